@@ -1,0 +1,5 @@
+add_library(velmar_warnings INTERFACE)
+target_compile_options(velmar_warnings INTERFACE -Wall -Wextra -Wnon-virtual-dtor -Woverloaded-virtual)
+if(VELMAR_WERROR)
+    target_compile_options(velmar_warnings INTERFACE -Werror)
+endif()

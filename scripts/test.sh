@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds everything with the tests and runs every test: GoogleTest through ctest, then pytest
+# against the emulator on loopback.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+start=$(date +%s)
+scripts/setup.sh -C cmake.define.VELMAR_BUILD_TESTS=ON
+echo "build finished after $(( $(date +%s) - start )) s"
+ctest --test-dir build/python --output-on-failure -j "$(nproc)" --timeout 300
+cd tests/python
+python3 -m pytest -q -c ../../pyproject.toml --rootdir ../.. .
+echo "all tests finished after $(( $(date +%s) - start )) s"

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmar {
+
+/// The feedback mode of a potentiostat.
+enum class PotentiostatCoupling : std::uint32_t { POTENTIOSTATIC = 0, GALVANOSTATIC = 1, FRA_PROBE = 2 };
+
+/// The calibration kinds; only DC is offered to users.
+enum class CalibrationTypesEnum : std::uint32_t {
+    DUMP = 0,
+    LOAD = 1,
+    DC = 2,
+    MAIN_SHUNTS_DC = 3,
+    EXTERNAL_POTENTIOSTAT_DC = 4,
+    FILTER = 5,
+    GAIN = 6,
+    MUX_FILTER = 7,
+    MUX_GAIN = 8,
+    MUX4_FILTER = 9,
+    MUX4_GAIN = 10,
+    MUX4_DC_GAIN = 11,
+    VOLTAGE_RANGE = 12,
+    SHUNT_OPEN = 13,
+    SHUNT_LOAD = 14,
+    SHUNT_SHORT = 15,
+    SHUNT_REFERENCE = 16,
+    MAIN_VOLTAGE_RANGE = 17,
+    MAIN_SHUNT_OPEN = 18,
+    MAIN_SHUNT_LOAD = 19,
+    MAIN_SHUNT_SHORT = 20,
+    REFERENCE_ADC = 21,
+};
+
+/// The data type of calibration data.
+enum class CalibrationDataTypeEnum : std::uint32_t { UNDEFINED = 0, FLOAT = 1, FLOAT_VECTOR = 2, SPECTRA = 3, STRING = 4 };
+
+}  // namespace velmar

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+
+namespace velmar {
+
+/// The status of a job as the device reports it.
+enum class JobStatusEnum : std::uint32_t { UNKNOWN = 0, PENDING = 1, RUNNING = 2, FINISHED = 3, FAILED = 4, DELETED = 5 };
+
+/// Why a job ended (or that it has not ended yet).
+enum class JobStatusDetailEnum : std::uint32_t {
+    NOT_FINISHED = 0,
+    RUN_TO_COMPLETION = 1,
+    NOT_CONNECTED = 2,
+    FAILED_TO_CREATE = 3,
+    CANCELLED_BEFORE_RUN = 4,
+    STOPPED_BY_USER = 5,
+    FUNCTIONAL_LIMIT_OCCURRED = 6,
+    SAFETY_LIMIT_OCCURRED = 7,
+    CONNECTION_LOSS = 8,
+    RUNTIME_ERROR = 9,
+};
+
+/// How much drift correction an impedance measurement applies (computed by the device).
+enum class DriftCorrection : std::uint32_t { FULL = 0, DC_ONLY = 1, OFF = 2 };
+
+/// What the device does with the queued jobs when it is stopped.
+enum class QueueStopModeEnum : std::uint32_t { QUEUE_STOP_MODE_FLUSH = 0, QUEUE_STOP_MODE_CONTINUE = 1 };
+
+}  // namespace velmar
