@@ -8,5 +8,14 @@ namespace velmar::python {
 void bindErrors(py::module_& m);
 void bindEnums(py::module_& m);
 void bindConstants(py::module_& m);
+void bindSettings(py::module_& m);
+void bindLink(py::module_& m);
+void bindEvents(py::module_& m);
+void bindJobsCommon(py::module_& m);
+void bindStopConditions(py::module_& m);
+void bindJobsControl(py::module_& m);
+void bindHardware(py::module_& m);
+void bindDatasets(py::module_& m);
+void bindJobsDc(py::module_& m);
 
 }  // namespace velmar::python

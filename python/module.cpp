@@ -34,6 +34,15 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindEnums(m);
     bindErrors(m);
     bindConstants(m);
+    bindSettings(m);
+    bindJobsCommon(m);
+    bindStopConditions(m);
+    bindHardware(m);
+    bindJobsControl(m);
+    bindDatasets(m);
+    bindJobsDc(m);
+    bindEvents(m);
+    bindLink(m);
 }
 
 // Module start: refuse an interpreter of another minor version before anything else runs,

@@ -28,3 +28,17 @@ enum class DriftCorrection : std::uint32_t { FULL = 0, DC_ONLY = 1, OFF = 2 };
 enum class QueueStopModeEnum : std::uint32_t { QUEUE_STOP_MODE_FLUSH = 0, QUEUE_STOP_MODE_CONTINUE = 1 };
 
 }  // namespace velmar
+
+#include <optional>
+#include <string_view>
+
+namespace velmar {
+
+/// Wire names of the status tables. The "to name" functions throw std::logic_error for a
+/// value outside the table; the "from name" functions compare exactly.
+std::string_view jobStatusName(JobStatusEnum status);
+std::string_view jobStatusDetailName(JobStatusDetailEnum detail);
+std::optional<JobStatusEnum> jobStatusFromName(std::string_view name);
+std::optional<JobStatusDetailEnum> jobStatusDetailFromName(std::string_view name);
+
+}  // namespace velmar
