@@ -1,0 +1,214 @@
+#include "emulator/core/resource_store.hpp"
+
+#include "emulator/core/emulator_messages.hpp"
+#include "emulator/core/id_source.hpp"
+#include "json_common/base64.hpp"
+#include "json_common/logging/error_messages.hpp"
+
+#include <boost/json.hpp>
+
+#include <algorithm>
+#include <cstring>
+
+namespace velmar::emulator {
+
+std::string_view resourceTypeName(ResourceTypeEnum type) {
+    switch (type) {
+    case ResourceTypeEnum::UNDEFINED: return "UNDEFINED";
+    case ResourceTypeEnum::FIRMWARE_UPDATE: return "FIRMWARE_UPDATE";
+    case ResourceTypeEnum::WAVE: return "WAVE";
+    case ResourceTypeEnum::CALIB_MESH: return "CALIB_MESH";
+    case ResourceTypeEnum::VELMAR_BINARY: return "VELMAR_BINARY";
+    case ResourceTypeEnum::DEBUG_INFO: return "DEBUG_INFO";
+    case ResourceTypeEnum::JOB_RESULT: return "JOB_RESULT";
+    }
+    return "UNDEFINED";
+}
+
+std::optional<ResourceTypeEnum> resourceTypeFromName(std::string_view name) {
+    for (auto type : kAllResourceTypes) {
+        if (resourceTypeName(type) == name) return type;
+    }
+    return std::nullopt;
+}
+
+boost::json::object resourceToJson(const ResourceInfo& info) {
+    return boost::json::object{
+        {"resource_id", info.resourceId},
+        {"name", info.name},
+        {"type", resourceTypeName(info.type)},
+        {"sub_type", info.subType},
+        {"size", info.size},
+        {"created", info.created},
+        {"created_by", info.createdBy},
+        {"updated", info.updated},
+        {"job_id", info.jobId},
+        {"header", info.header},
+    };
+}
+
+namespace {
+
+ErrorObject notFound(std::string_view id) {
+    return ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, velmar::messages::ID_NOT_FOUND, "resource", "resource_id", id);
+}
+
+}  // namespace
+
+ResourceStore::ResourceStore(IdSource& ids, std::uint64_t capacityBytes) : ids_(ids), capacity_(capacityBytes) {}
+
+ResourceInfo ResourceStore::create(ResourceTypeEnum type, std::string name, std::string createdBy) {
+    const auto now = isoUtcNow();
+    Entry entry{.info = {}, .content = std::make_shared<std::string>()};
+    entry.info.resourceId = ids_.uuid();
+    entry.info.name = std::move(name);
+    entry.info.type = type;
+    entry.info.created = now;
+    entry.info.createdBy = std::move(createdBy);
+    entry.info.updated = now;
+    std::lock_guard lock(mutex_);
+    entries_.push_back(std::move(entry));
+    return entries_.back().info;
+}
+
+std::expected<ResourceInfo, ErrorObject> ResourceStore::createJobResult(std::string name, std::string subType,
+                                                                        std::string jobId, boost::json::object header,
+                                                                        std::string bytes) {
+    const auto now = isoUtcNow();
+    Entry entry{
+        .info = {.resourceId = ids_.uuid(),
+                 .name = std::move(name),
+                 .type = ResourceTypeEnum::JOB_RESULT,
+                 .subType = std::move(subType),
+                 .size = bytes.size(),
+                 .created = now,
+                 .createdBy = "emulator",
+                 .updated = now,
+                 .jobId = std::move(jobId),
+                 .header = std::move(header)},
+        .content = std::make_shared<std::string>(std::move(bytes)),
+    };
+    std::lock_guard lock(mutex_);
+    if (entry.content->size() > capacity_ - used_) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL,
+                                           std::uint64_t{entry.content->size()}, capacity_ - used_));
+    }
+    used_ += entry.content->size();
+    entries_.push_back(std::move(entry));
+    return entries_.back().info;
+}
+
+std::expected<ResourceStore::Entry*, ErrorObject> ResourceStore::find(ResourceTypeEnum type, std::string_view id) {
+    auto it = std::ranges::find(entries_, id, [](const Entry& e) -> std::string_view { return e.info.resourceId; });
+    if (it == entries_.end()) return std::unexpected(notFound(id));
+    if (it->info.type != type) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::RESOURCE_TYPE_MISMATCH, messages::RESOURCE_TYPE_MISMATCH, id,
+                                           resourceTypeName(it->info.type), resourceTypeName(type)));
+    }
+    return &*it;
+}
+
+std::expected<const ResourceStore::Entry*, ErrorObject> ResourceStore::find(ResourceTypeEnum type,
+                                                                           std::string_view id) const {
+    auto found = const_cast<ResourceStore*>(this)->find(type, id);
+    if (!found) return std::unexpected(std::move(found.error()));
+    return *found;
+}
+
+ErrorObject ResourceStore::reserveForAppend(Entry& entry, std::uint64_t extra) {
+    if (extra > capacity_ - used_) {
+        return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, extra, capacity_ - used_);
+    }
+    // A download in flight shares the content; it keeps the old bytes and this append
+    // works on a copy, so the frame being written is never reallocated underneath.
+    if (entry.content.use_count() > 1) entry.content = std::make_shared<std::string>(*entry.content);
+    return {};
+}
+
+ErrorObject ResourceStore::appendBase64(ResourceTypeEnum type, std::string_view id, std::string_view base64) {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return entry.error();
+    const auto extra = base64.size() % 4 == 0 ? decodedBase64Size(base64) : 0;
+    if (auto error = reserveForAppend(**entry, extra)) return error;
+    auto& content = *(*entry)->content;
+    const auto oldSize = content.size();
+    content.resize(oldSize + extra);
+    if (base64.size() % 4 != 0 || !decodeBase64Into(base64, content.data() + oldSize)) {
+        content.resize(oldSize);
+        auto decoded = decodeBase64(base64);
+        return ErrorObject(ErrorCodeEnum::RESOURCE_CONTENT_INVALID, messages::RESOURCE_DATA_INVALID,
+                           decoded ? std::string("unexpected length") : decoded.error());
+    }
+    used_ += extra;
+    (*entry)->info.size = content.size();
+    (*entry)->info.updated = isoUtcNow();
+    return {};
+}
+
+ErrorObject ResourceStore::appendBytes(ResourceTypeEnum type, std::string_view id, std::string_view bytes) {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return entry.error();
+    if (auto error = reserveForAppend(**entry, bytes.size())) return error;
+    (*entry)->content->append(bytes);
+    used_ += bytes.size();
+    (*entry)->info.size = (*entry)->content->size();
+    (*entry)->info.updated = isoUtcNow();
+    return {};
+}
+
+std::expected<ResourceChunk, ErrorObject> ResourceStore::get(ResourceTypeEnum type, std::string_view id,
+                                                             std::uint64_t offset, std::uint64_t limit) const {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return std::unexpected(std::move(entry.error()));
+    const auto& content = *(*entry)->content;
+    const std::uint64_t length = limit == 0 ? CHUNK_LIMIT : std::min(limit, CHUNK_LIMIT);
+    ResourceChunk chunk;
+    chunk.totalSize = content.size();
+    if (offset < content.size()) chunk.bytes.assign(content, offset, length);
+    return chunk;
+}
+
+std::expected<ResourceDownload, ErrorObject> ResourceStore::download(ResourceTypeEnum type, std::string_view id,
+                                                                     std::uint64_t limit) const {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return std::unexpected(std::move(entry.error()));
+    const auto& content = (*entry)->content;
+    const std::uint64_t size = limit == 0 ? content->size() : std::min<std::uint64_t>(limit, content->size());
+    return ResourceDownload{.info = (*entry)->info, .payload = {.owner = content, .size = size}};
+}
+
+std::expected<ResourceInfo, ErrorObject> ResourceStore::info(ResourceTypeEnum type, std::string_view id) const {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return std::unexpected(std::move(entry.error()));
+    return (*entry)->info;
+}
+
+std::vector<ResourceInfo> ResourceStore::list(ResourceTypeEnum type) const {
+    std::lock_guard lock(mutex_);
+    std::vector<ResourceInfo> out;
+    for (const auto& entry : entries_) {
+        if (entry.info.type == type) out.push_back(entry.info);
+    }
+    return out;
+}
+
+ErrorObject ResourceStore::remove(ResourceTypeEnum type, std::string_view id) {
+    std::lock_guard lock(mutex_);
+    auto entry = find(type, id);
+    if (!entry) return entry.error();
+    used_ -= (*entry)->content->size();
+    entries_.erase(entries_.begin() + (*entry - entries_.data()));
+    return {};
+}
+
+std::uint64_t ResourceStore::usedBytes() const {
+    std::lock_guard lock(mutex_);
+    return used_;
+}
+
+}  // namespace velmar::emulator

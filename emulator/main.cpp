@@ -1,0 +1,42 @@
+// velmar-emulator: the emulated workstation as a command-line program.
+#include "emulator/server/command_line.hpp"
+#include "emulator/server/emulator_server.hpp"
+
+#include <iostream>
+#include <string_view>
+#include <vector>
+
+int main(int argc, char** argv) {
+    using namespace velmar::emulator;
+    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    auto commandLine = parseCommandLine(arguments);
+    if (!commandLine) {
+        std::cerr << "velmar-emulator: " << commandLine.error() << "\n\n" << usageText();
+        return 2;
+    }
+    if (commandLine->help) {
+        std::cout << usageText();
+        return 0;
+    }
+
+    ServerOptions options{
+        .host = commandLine->host,
+        .port = commandLine->port,
+        .handshake = {.protocolVersion = commandLine->protocolVersion},
+        .idleExit = commandLine->idleExit,
+        .model = {.seed = commandLine->seed, .timeScale = commandLine->timeScale},
+    };
+    if (commandLine->user) options.handshake.credentials.emplace(*commandLine->user, *commandLine->password);
+
+    EmulatorServer server(std::move(options));
+    auto endpoint = server.listen();
+    if (!endpoint) {
+        std::cerr << "velmar-emulator: " << endpoint.error() << '\n';
+        return 1;
+    }
+    server.stopOnSignals();
+    // Scripts and test fixtures wait for exactly this line to learn the port.
+    std::cout << "listening on " << endpoint->address << ':' << endpoint->port << std::endl;
+    server.run();
+    return 0;
+}

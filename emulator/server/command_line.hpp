@@ -1,0 +1,35 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace velmar::emulator {
+
+/// The options of `velmar-emulator`.
+struct CommandLine {
+    std::string host = "127.0.0.1";
+    /// 0 picks a free port.
+    std::uint16_t port = 1994;
+    std::optional<std::string> user;
+    std::optional<std::string> password;
+    unsigned protocolVersion = 12;
+    /// Exit after this long without any connection; zero = never.
+    std::chrono::milliseconds idleExit{0};
+    std::optional<std::uint64_t> seed;
+    double timeScale = 1.0;
+    bool help = false;
+};
+
+/// Parses the arguments after the program name; "--name value" and "--name=value" both
+/// work. The error text names the offending argument.
+std::expected<CommandLine, std::string> parseCommandLine(std::span<const std::string_view> arguments);
+
+/// The text printed by --help.
+std::string_view usageText();
+
+}  // namespace velmar::emulator

@@ -1,0 +1,113 @@
+"""Shared fixtures: the emulator (started once per session), extra emulators on demand, and a
+connected ``VelmarLink``.
+
+The emulator helper module is imported from the installed ``velmar_link`` package when that
+works; otherwise (the native module not built yet) it is loaded from the source tree and the
+program is looked up in the build directories.
+"""
+
+from __future__ import annotations
+
+import faulthandler
+import importlib.util
+import sys
+from pathlib import Path
+from types import ModuleType
+from typing import Any, Callable, Iterator
+
+import pytest
+
+REPO = Path(__file__).resolve().parents[2]
+
+#: Upper bound of every single test, in seconds; a hanging test ends the run with tracebacks.
+TEST_TIME_LIMIT = 120
+
+
+def _load_emulator_module() -> ModuleType:
+    try:
+        from velmar_link import emulator
+
+        return emulator
+    except ImportError:
+        path = REPO / "python" / "velmar_link" / "emulator.py"
+        spec = importlib.util.spec_from_file_location("velmar_link_emulator_source", path)
+        assert spec is not None and spec.loader is not None
+        module = importlib.util.module_from_spec(spec)
+        sys.modules[spec.name] = module
+        spec.loader.exec_module(module)
+        return module
+
+
+def _find_binary(module: ModuleType) -> Path:
+    bundled = module.bundled_binary()
+    if bundled.is_file():
+        return bundled
+    candidates = sorted(
+        [*REPO.glob("build/*/python_package/velmar_link/bin/velmar-emulator"), *REPO.glob("build/*/emulator/velmar-emulator")],
+        key=lambda p: p.stat().st_mtime,
+        reverse=True,
+    )
+    if not candidates:
+        pytest.exit("velmar-emulator not found: build the target velmar-emulator first", returncode=3)
+    return candidates[0]
+
+
+@pytest.fixture(autouse=True)
+def _time_limit() -> Iterator[None]:
+    """Bound every test without the pytest-timeout plugin: dump all stacks and exit on expiry."""
+    faulthandler.dump_traceback_later(TEST_TIME_LIMIT, exit=True)
+    yield
+    faulthandler.cancel_dump_traceback_later()
+
+
+@pytest.fixture(scope="session")
+def emulator_module() -> ModuleType:
+    """The module ``velmar_link.emulator`` (possibly loaded from the source tree)."""
+    return _load_emulator_module()
+
+
+@pytest.fixture(scope="session")
+def emulator_binary(emulator_module: ModuleType) -> Path:
+    """The ``velmar-emulator`` program to run."""
+    return _find_binary(emulator_module)
+
+
+@pytest.fixture(scope="session")
+def emulator(emulator_module: ModuleType, emulator_binary: Path) -> Iterator[Any]:
+    """One emulator for the whole session, on a free loopback port."""
+    instance = emulator_module.Emulator(binary=emulator_binary, extra_args=("--seed", "1994"))
+    instance.start()
+    yield instance
+    instance.stop()
+
+
+@pytest.fixture
+def emulator_factory(emulator_module: ModuleType, emulator_binary: Path) -> Iterator[Callable[..., Any]]:
+    """Start further emulators with options (the ``Emulator`` keywords); all stop at teardown."""
+    started: list[Any] = []
+
+    def start(**options: Any) -> Any:
+        options.setdefault("binary", emulator_binary)
+        instance = emulator_module.Emulator(**options)
+        started.append(instance)
+        return instance.start()
+
+    yield start
+    for instance in started:
+        instance.stop()
+
+
+@pytest.fixture
+def link(emulator: Any) -> Iterator[Any]:
+    """A ``velmar_link.VelmarLink`` connected to the session emulator, disconnected afterwards.
+
+    Tests that use it are skipped while the native module or ``VelmarLink`` is not available.
+    """
+    velmar_link = pytest.importorskip("velmar_link")
+    if not hasattr(velmar_link, "VelmarLink"):
+        pytest.skip("velmar_link.VelmarLink is not available in this build")
+    instance = velmar_link.VelmarLink("127.0.0.1", emulator.port_str)
+    error = instance.connect()
+    assert not error, f"connect failed: {error}"
+    yield instance
+    instance.disconnect()
