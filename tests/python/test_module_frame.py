@@ -2,6 +2,7 @@
 
 import copy
 import enum
+import importlib
 
 import pytest
 
@@ -11,11 +12,8 @@ from velmar_link import ErrorCodeEnum, ErrorObject, ErrorParameter
 
 def test_version_and_submodules():
     assert velmar_link.__version__ == "26.40.0+23251aaf"
-    import velmar_link.calibration
-    import velmar_link.control
-    import velmar_link.meas
-    import velmar_link.meas.stop
-    import velmar_link.xml
+    for name in ("calibration", "control", "meas", "meas.stop", "xml"):
+        importlib.import_module(f"velmar_link.{name}")
 
     assert velmar_link.meas.stop.__doc__ == "Submodule with measurement jobs."
     assert velmar_link.xml.__doc__ == "Submodule with xml utilities."

@@ -5,7 +5,9 @@
 #include <boost/json/fwd.hpp>
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace velmar {
 
@@ -20,6 +22,7 @@ struct WorkstationInfo {
     std::string system_name;
     WorkstationModeEnum mode = WorkstationModeEnum::NORMAL;
     /// The protocol version that the workstation announced in the handshake (0 if unknown).
+    /// Not part of the JSON form; the link fills it in.
     unsigned protocol_version = 0;
 };
 
@@ -42,6 +45,13 @@ struct WebsocketConnectionInfo {
     bool using_tls = false;
 };
 
+/// "NORMAL", "RECOVERY", "FAILSAFE", "EMULATION".
+std::string_view workstationModeName(WorkstationModeEnum mode);
+/// Exact comparison; nullopt for any other text.
+std::optional<WorkstationModeEnum> workstationModeFromName(std::string_view name);
+
+// JSON forms. Readers take every key that is present; a missing key keeps its default, a key
+// of the wrong JSON kind (or an unknown mode name) throws std::invalid_argument.
 void tag_invoke(const boost::json::value_from_tag&, boost::json::value& jv, const WorkstationInfo& info);
 WorkstationInfo tag_invoke(const boost::json::value_to_tag<WorkstationInfo>&, const boost::json::value& jv);
 void tag_invoke(const boost::json::value_from_tag&, boost::json::value& jv, const WorkstationStatus& status);

@@ -1,0 +1,283 @@
+// LinkJsonSession without sockets: a fake transport records what is sent, and frames are fed
+// to the dispatcher on the session's I/O thread.
+
+#include "support/fake_ll_session.hpp"
+
+#include "json_common/logging/error_object_json.hpp"
+#include "velmar_link_json/link_json_session.hpp"
+
+#include <gtest/gtest.h>
+#include <boost/json.hpp>
+
+#include <future>
+#include <regex>
+#include <set>
+
+namespace velmar {
+namespace {
+
+namespace json = boost::json;
+using testing::FakeLlSessionFactory;
+using testing::FakeTransportState;
+using namespace std::chrono_literals;
+
+json::object parsed(const std::string& text) { return json::parse(text).as_object(); }
+
+std::string requestIdOf(const std::string& text) { return std::string(parsed(text).at("request_id").as_string()); }
+
+std::string replyText(const std::string& requestId, json::object body = {}) {
+    body["type"] = "REPLY";
+    body["request_id"] = requestId;
+    body["status"] = "SUCCESS";
+    return json::serialize(body);
+}
+
+ErrorCodeEnum codeOf(const json::object& reply) { return LinkJsonSession::getError(reply).code; }
+
+class SessionTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_FALSE(session.connect()); }
+
+    /// Starts an asynchronous request and returns the future of its reply and its request text.
+    std::pair<std::future<json::object>, std::string> start(json::object request, int timeoutMs = 0) {
+        auto promise = std::make_shared<std::promise<json::object>>();
+        auto future = promise->get_future();
+        const auto before = state.sent.size();
+        session.sendRequest(std::move(request), [promise](const json::object& r) { promise->set_value(r); },
+                            timeoutMs);
+        return {std::move(future), state.waitForSent(before + 1)};
+    }
+
+    FakeTransportState state;
+    FakeLlSessionFactory factory{state};
+    LinkJsonSession session{&factory};
+};
+
+TEST(LinkJsonSessionIds, RequestIdsAreUniqueLowerCaseVersion4Uuids) {
+    FakeTransportState state;
+    FakeLlSessionFactory factory{state};
+    LinkJsonSession session{&factory};
+    const std::regex shape("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}");
+    std::set<std::string> seen;
+    for (int i = 0; i < 1000; ++i) {
+        auto id = session.generateRequestId();
+        ASSERT_TRUE(std::regex_match(id, shape)) << id;
+        seen.insert(std::move(id));
+    }
+    EXPECT_EQ(seen.size(), 1000u);
+}
+
+TEST(LinkJsonSessionIds, NotConnectedFailsAtOnceWithoutWaiting) {
+    FakeTransportState state;
+    FakeLlSessionFactory factory{state};
+    LinkJsonSession session{&factory};
+    const auto started = std::chrono::steady_clock::now();
+    const auto reply = session.sendRequest(json::object{{"do", "/status"}}, 5000);
+    EXPECT_LT(std::chrono::steady_clock::now() - started, 100ms);
+    EXPECT_EQ(reply.at("type"), "REPLY");
+    EXPECT_EQ(reply.at("status"), "FAILED");
+    EXPECT_EQ(codeOf(reply), ErrorCodeEnum::CONNECTION_NOT_ESTABLISHED);
+    EXPECT_EQ(session.getWorkstationStatus().error().message, "no network connection has been established yet");
+    EXPECT_TRUE(state.sent.empty());
+}
+
+TEST_F(SessionTest, ReplyIsMatchedByRequestIdWhateverTheOrder) {
+    auto [first, firstText] = start(json::object{{"do", "/id"}, {"request_id", "caller-value"}});
+    auto [second, secondText] = start(json::object{{"do", "/status"}});
+    EXPECT_NE(requestIdOf(firstText), "caller-value");
+    EXPECT_EQ(parsed(secondText).at("do"), "/status");
+    state.injectText(replyText(requestIdOf(secondText), {{"which", 2}}));
+    state.injectText(replyText(requestIdOf(firstText), {{"which", 1}}));
+    ASSERT_EQ(first.wait_for(2s), std::future_status::ready);
+    ASSERT_EQ(second.wait_for(2s), std::future_status::ready);
+    EXPECT_EQ(first.get().at("which"), 1);
+    EXPECT_EQ(second.get().at("which"), 2);
+}
+
+TEST_F(SessionTest, TimedOutRequestIgnoresItsLateReply) {
+    auto [reply, text] = start(json::object{{"do", "/status"}}, 50);
+    ASSERT_EQ(reply.wait_for(2s), std::future_status::ready);
+    const auto failure = reply.get();
+    EXPECT_EQ(codeOf(failure), ErrorCodeEnum::OPERATION_TIMED_OUT);
+    EXPECT_EQ(std::string(failure.at("request_id").as_string()), requestIdOf(text));
+    // Must not crash or resolve anything else.
+    state.injectText(replyText(requestIdOf(text)));
+    auto [next, nextText] = start(json::object{{"do", "/status"}});
+    state.injectText(replyText(requestIdOf(nextText)));
+    ASSERT_EQ(next.wait_for(2s), std::future_status::ready);
+    EXPECT_TRUE(LinkJsonSession::wasSuccessful(next.get()));
+}
+
+TEST_F(SessionTest, DefaultAndChangedRequestTimeouts) {
+    session.setRequestTimeout(120ms);
+    auto started = std::chrono::steady_clock::now();
+    EXPECT_EQ(codeOf(session.sendRequest(json::object{{"do", "/status"}})), ErrorCodeEnum::OPERATION_TIMED_OUT);
+    const auto changed = std::chrono::steady_clock::now() - started;
+    EXPECT_GE(changed, 110ms);
+    EXPECT_LT(changed, 600ms);
+    session.setRequestTimeout(0ms);
+    EXPECT_EQ(session.getRequestTimeout(), 1000ms);
+    started = std::chrono::steady_clock::now();
+    EXPECT_EQ(codeOf(session.sendRequest(json::object{{"do", "/status"}}, -1)), ErrorCodeEnum::OPERATION_TIMED_OUT);
+    EXPECT_GE(std::chrono::steady_clock::now() - started, 950ms);
+}
+
+TEST_F(SessionTest, MalformedFramesAreDroppedAndPendingRequestsStay) {
+    auto [reply, text] = start(json::object{{"do", "/status"}});
+    ::testing::internal::CaptureStderr();
+    ::testing::internal::CaptureStdout();
+    session.dispatchIncommingJson("{not json");
+    session.dispatchIncommingJson(R"({"request_id":")" + requestIdOf(text) + R"("})");
+    session.dispatchIncommingJson(R"(["REPLY"])");
+    session.dispatchIncommingJson(R"({"type":"WHATEVER","request_id":")" + requestIdOf(text) + R"("})");
+    const auto err = ::testing::internal::GetCapturedStderr();
+    const auto out = ::testing::internal::GetCapturedStdout();
+    EXPECT_EQ(err.rfind("issue parsing incomming json ", 0), 0u) << err;
+    EXPECT_NE(err.find("missing property 'type'\nmissing property 'type'\n"), std::string::npos) << err;
+    EXPECT_EQ(out, "received unknown type WHATEVER\n");
+    EXPECT_EQ(reply.wait_for(50ms), std::future_status::timeout);
+    state.injectText(replyText(requestIdOf(text)));
+    ASSERT_EQ(reply.wait_for(2s), std::future_status::ready);
+    EXPECT_TRUE(LinkJsonSession::wasSuccessful(reply.get()));
+}
+
+TEST_F(SessionTest, EventsGoToTheHandlerOfTheirTypeAndUnknownTypesAreDropped) {
+    std::vector<std::string> seen;
+    auto rows = std::make_shared<LinkJsonSession::EventHandler>(
+        [&](const json::object& event) { seen.push_back(std::string(event.at("type").as_string())); });
+    session.setEventHandler(EventTypeEnum::LIVE_DATA_ROWS, rows);
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS","rows":[]}})");
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"NO_SUCH_TYPE"}})");
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_HEADER"}})");
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":"LIVE_DATA_ROWS"})");
+    EXPECT_EQ(seen, std::vector<std::string>{"LIVE_DATA_ROWS"});
+
+    session.clearEventHandler(EventTypeEnum::LIVE_DATA_ROWS,
+                              std::make_shared<LinkJsonSession::EventHandler>());  // not the same one
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS"}})");
+    session.clearEventHandler(EventTypeEnum::LIVE_DATA_ROWS, rows);
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS"}})");
+    EXPECT_EQ(seen.size(), 2u);
+}
+
+TEST_F(SessionTest, ManualStopFailsRequestsJobsOperationsAndKeepsTheConnection) {
+    auto [reply, text] = start(json::object{{"do", "/status"}});
+    std::promise<json::object> jobDone;
+    session.addPendingJob("job-request", [&](const json::object& m) { jobDone.set_value(m); }, nullptr);
+    std::atomic<int> operationReason{-1};
+    auto operation = std::make_shared<std::function<void(CancellationReason)>>(
+        [&](CancellationReason reason) { operationReason = static_cast<int>(reason); });
+    session.addPendingOperation(operation);
+
+    std::thread([&] { session.cancelPendingOperations(); }).join();
+
+    const auto failure = reply.get();
+    EXPECT_EQ(codeOf(failure), ErrorCodeEnum::STOPPED_MANUALLY);
+    EXPECT_EQ(LinkJsonSession::getError(failure).message, "manually stopped");
+    const auto job = jobDone.get_future().get();
+    EXPECT_EQ(job.at("type"), "JOB_DONE");
+    EXPECT_EQ(job.at("request_id"), "job-request");
+    EXPECT_EQ(job.at("job_id"), "void");
+    EXPECT_EQ(job.at("status"), "FAILED");
+    EXPECT_EQ(job.at("status_detail"), "STOPPED_BY_USER");
+    EXPECT_TRUE(job.at("job_info").is_object());
+    EXPECT_EQ(operationReason.load(), static_cast<int>(CancellationReason::MANUAL_STOP));
+    EXPECT_TRUE(session.isConnected());
+    session.removePendingOperation(operation);
+}
+
+TEST_F(SessionTest, ConnectionLossFailsEverythingWithConnectionWasClosed) {
+    auto [reply, text] = start(json::object{{"do", "/status"}});
+    std::promise<json::object> jobDone;
+    session.addPendingJob("job-request", [&](const json::object& m) { jobDone.set_value(m); }, nullptr);
+    std::promise<VelmarLinkConnectionStatusEnum> status;
+    session.setConnectionStatusCallback([&](VelmarLinkConnectionStatusEnum s) { status.set_value(s); });
+    state.injectLoss();
+    EXPECT_EQ(codeOf(reply.get()), ErrorCodeEnum::CONNECTION_WAS_CLOSED);
+    EXPECT_EQ(jobDone.get_future().get().at("status_detail"), "CONNECTION_LOSS");
+    EXPECT_EQ(status.get_future().get(), VelmarLinkConnectionStatusEnum::DISCONNECTED);
+    EXPECT_FALSE(session.isConnected());
+    session.setConnectionStatusCallback({});
+    // A later connect tears down the old connection and makes a new transport.
+    ASSERT_FALSE(session.connect());
+    EXPECT_EQ(state.created, 2);
+    EXPECT_EQ(state.disposed, 1);
+}
+
+TEST_F(SessionTest, RefusedSendIsConnectionBroken) {
+    state.refuseSends = true;
+    EXPECT_EQ(codeOf(session.sendRequest(json::object{{"do", "/status"}})), ErrorCodeEnum::CONNECTION_BROKEN);
+}
+
+TEST_F(SessionTest, SendStopTexts) {
+    session.sendStop(QueueStopModeEnum::QUEUE_STOP_MODE_FLUSH);
+    session.sendStop(QueueStopModeEnum::QUEUE_STOP_MODE_CONTINUE);
+    session.sendStop(static_cast<QueueStopModeEnum>(7));
+    state.waitForSent(3);
+    EXPECT_EQ(state.sent, (std::vector<std::string>{R"({"do":"/stop","queue":"flush"})",
+                                                    R"({"do":"/stop","queue":"continue"})", R"({"do":"/stop"})"}));
+}
+
+TEST_F(SessionTest, DownloadTimesOutAndALateBinaryFrameIsDropped) {
+    session.setDownloadTimeout(60ms);
+    std::promise<std::optional<ErrorObject>> outcome;
+    session.setPendingDownload([&](std::string&&, std::optional<ErrorObject> e) { outcome.set_value(e); });
+    auto future = outcome.get_future();
+    ASSERT_EQ(future.wait_for(2s), std::future_status::ready);
+    const auto error = future.get();
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(error->code, ErrorCodeEnum::OPERATION_TIMED_OUT);
+    session.dispatchIncommingBinary(std::string("late"));  // no handler: dropped
+}
+
+TEST_F(SessionTest, BinaryFrameCompletesTheDownloadByMove) {
+    std::promise<std::string> content;
+    session.setPendingDownload([&](std::string&& data, std::optional<ErrorObject> e) {
+        EXPECT_FALSE(e.has_value());
+        content.set_value(std::move(data));
+    });
+    std::string frame(1 << 20, 'x');
+    const char* storage = frame.data();
+    session.dispatchIncommingBinary(std::move(frame));
+    const auto received = content.get_future().get();
+    EXPECT_EQ(received.size(), 1u << 20);
+    EXPECT_EQ(received.data(), storage) << "the bytes were copied";
+}
+
+TEST_F(SessionTest, TypedRequestsReportFailuresAndIncompleteReplies) {
+    auto status = std::async(std::launch::async, [&] { return session.getWorkstationStatus(); });
+    auto text = state.waitForSent(1);
+    state.injectText(replyText(requestIdOf(text)));  // no "workstation_status"
+    auto result = status.get();
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, ErrorCodeEnum::JSON_MALFORMED);
+    EXPECT_EQ(result.error().message, "incomplete json object received");
+
+    auto list = std::async(std::launch::async, [&] { return session.getEcwConnectionList(); });
+    text = state.waitForSent(2);
+    state.injectText(replyText(requestIdOf(text), {{"connections", json::array{{{"remote_port", "text"}}}}}));
+    auto listed = list.get();
+    ASSERT_FALSE(listed);
+    EXPECT_EQ(listed.error().message, "json malformed: {0}");
+
+    auto info = std::async(std::launch::async, [&] { return session.getWorkstationInfo(); });
+    text = state.waitForSent(3);
+    json::object failed{{"type", "REPLY"}, {"request_id", requestIdOf(text)}, {"status", "FAILED"},
+                        {"error", errorObjectToJson(ErrorObject(ErrorCodeEnum::QUEUE_FULL, "queue full"))}};
+    state.injectText(json::serialize(failed));
+    auto identity = info.get();
+    ASSERT_FALSE(identity);
+    EXPECT_EQ(identity.error().code, ErrorCodeEnum::QUEUE_FULL);
+}
+
+TEST(LinkJsonSessionStatic, WasSuccessfulAndGetError) {
+    EXPECT_TRUE(LinkJsonSession::wasSuccessful(json::object{{"status", "SUCCESS"}}));
+    EXPECT_FALSE(LinkJsonSession::wasSuccessful(json::object{{"status", "success"}}));
+    EXPECT_FALSE(LinkJsonSession::wasSuccessful(json::object{{"status", 1}}));
+    const auto missing = LinkJsonSession::getError(json::object{});
+    EXPECT_EQ(missing.code, ErrorCodeEnum::UNKNOWN_ERR);
+    EXPECT_EQ(missing.message, "an unknown error occured");
+}
+
+}  // namespace
+}  // namespace velmar
