@@ -1,7 +1,174 @@
 #include "bindings.hpp"
 
+#include "json_common/protocol/live_data_eis.hpp"
+#include "velmar_link_json/events/velmar_link_event_handler.hpp"
+#include "velmar_link_json/jobs/common/job_info.hpp"
+
+#include <boost/json.hpp>
+
 namespace velmar::python {
 
-void bindEvents(py::module_&) {}
+namespace {
+
+using Handler = VelmarLinkEventHandler;
+using Rows = std::vector<std::vector<double>>;
+
+/// The header's element lists as Python lists of dicts.
+py::object jsonToPython(const boost::json::value& value) {
+    return py::module_::import("json").attr("loads")(boost::json::serialize(value));
+}
+
+template <class Class>
+void defineEisHeaderMethods(Class& cls) {
+    cls.def("get_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.paths); },
+            "The headers of the synchronous paths, one dict per path.")
+        .def("get_async_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.async_paths); },
+             "The headers of the asynchronous paths, one dict per path.")
+        .def("get_potentiostats_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.potentiostats); },
+             "The headers of the potentiostats, one dict per potentiostat.")
+        .def("get_impedances_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.impedances); },
+             "The headers of the impedances, one dict per impedance.")
+        .def("get_meta_data_header", [](const LiveDataHeaderEis& h) { return jsonToPython(h.meta); },
+             "The headers of the meta columns.");
+}
+
+constexpr const char* kFactoryNote =
+    "\n\nThe callback runs on the connection's thread with the interpreter lock held; an exception it raises is "
+    "reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.";
+
+std::string factoryDoc(const char* summary) { return std::string(summary) + kFactoryNote; }
+
+}  // namespace
+
+void bindEvents(py::module_& m) {
+    // Live data of impedance jobs. The DC header is bound beside the datasets; when it is, the
+    // impedance header derives from it.
+    const char* eisHeaderDoc = "The header of an impedance job's live data.";
+    if (py::detail::get_type_info(typeid(LiveDataHeader)) != nullptr) {
+        py::class_<LiveDataHeaderEis, LiveDataHeader> header(m, "LiveDataHeaderEis", eisHeaderDoc);
+        defineEisHeaderMethods(header);
+    } else {
+        py::class_<LiveDataHeaderEis> header(m, "LiveDataHeaderEis", eisHeaderDoc);
+        defineEisHeaderMethods(header);
+    }
+
+    py::class_<LiveDataRowEis>(m, "LiveDataRowEis", "One frequency point of an impedance job's live data.")
+        .def("get_impedances", [](const LiveDataRowEis& r) { return r.impedances; }, "One list per impedance.")
+        .def("get_paths", [](const LiveDataRowEis& r) { return r.paths; }, "One list per synchronous path.")
+        .def("get_paths_waves", [](const LiveDataRowEis& r) { return r.paths_waves; },
+             "One wave per sync path; an empty list for a row that refers to a wave sent with an earlier row of the "
+             "same wave_id.")
+        .def("get_async_paths", [](const LiveDataRowEis& r) { return r.async_paths; }, "One list per asynchronous path.")
+        .def("get_potentiostats", [](const LiveDataRowEis& r) { return r.potentiostats; }, "One list per potentiostat.")
+        .def("get_meta", [](const LiveDataRowEis& r) { return r.meta; },
+             "The row's meta values, ordered like :meth:`velmar_link.LiveDataHeaderEis.get_meta_data_header`.");
+
+    py::class_<LiveDataWavesEis>(m, "LiveDataWavesEis", "A preview fragment of the waves being recorded.")
+        .def("get_waves", [](const LiveDataWavesEis& w) { return w.paths_waves; }, "One fragment per sync path.")
+        .def("get_offset", [](const LiveDataWavesEis& w) { return w.offset; },
+             "Index of the fragment's first sample (0 if the device does not send it).")
+        .def("get_full_wave_size", [](const LiveDataWavesEis& w) { return w.full_wave_size; },
+             "Samples of the complete wave (0 if the device does not send it).");
+
+    py::class_<Handler, std::shared_ptr<Handler>>(
+        m, "VelmarLinkEventHandler",
+        "Delivers events of one type to a Python callable. Made only by the static make_* methods.")
+        .def("get_type", &Handler::getType, "Get the event for which this handler was created.")
+        .def_static(
+            "make_live_data_header_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataHeaderEventHandler(
+                    wrapPyCallback<const LiveDataHeader&, const JobInfo&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_HEADER events; the callback receives a "
+                       ":class:`velmar_link.LiveDataHeader` and a :class:`velmar_link.JobInfo`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_live_data_header_eis_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataHeaderEisEventHandler(
+                    wrapPyCallback<const LiveDataHeaderEis&, const JobInfo&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_HEADER_EIS events; the callback receives a "
+                       ":class:`velmar_link.LiveDataHeaderEis` and a :class:`velmar_link.JobInfo`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_live_data_rows_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataRowsEventHandler(wrapPyCallback<const Rows&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_ROWS events; the callback receives the rows as list[list[float]], "
+                       "described by the last header.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_live_data_row_eis_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataRowEisEventHandler(wrapPyCallback<const LiveDataRowEis&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_ROW_EIS events; the callback receives a "
+                       ":class:`velmar_link.LiveDataRowEis`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_live_data_wave_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataWaveEventHandler(wrapPyCallback<const LiveDataWavesEis&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_WAVES events; the callback receives a "
+                       ":class:`velmar_link.LiveDataWavesEis`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_live_data_finished_event_handler",
+            [](py::function callback) {
+                return Handler::makeLiveDataFinishedEventHandler(wrapPyCallback<const JobInfo&>(std::move(callback)));
+            },
+            factoryDoc("Handler of LIVE_DATA_FINISHED events; the callback receives a :class:`velmar_link.JobInfo`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_job_done_event_handler",
+            [](py::function callback) {
+                return Handler::makeJobDoneEventHandler(wrapPyCallback<const JobInfo&>(std::move(callback)));
+            },
+            factoryDoc("Handler of JOB_DONE events, sent once the job has left the queue, successful or not, also "
+                       "for jobs without live data; the callback receives a :class:`velmar_link.JobInfo`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_job_status_update_event_handler",
+            [](py::function callback) {
+                return Handler::makeJobStatusUpdateEventHandler(
+                    wrapPyCallback<JobStatusEnum, const JobInfo&>(std::move(callback)));
+            },
+            factoryDoc("Handler of JOB_STATUS_UPDATE events; the callback receives the new "
+                       ":class:`velmar_link.JobStatusEnum` and a :class:`velmar_link.JobInfo`.")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_job_log_message_event_handler",
+            [](py::function callback) {
+                return Handler::makeJobLogMessageEventHandler(
+                    wrapPyCallback<const std::string&, LogSeverityEnum, const std::string&, const std::string&>(
+                        std::move(callback)));
+            },
+            factoryDoc("Handler of MESSAGE_FROM_JOB events; the callback receives the job id (str), a "
+                       ":class:`velmar_link.LogSeverityEnum`, the date and time (str) and the message (str).")
+                .c_str(),
+            "callback"_a)
+        .def_static(
+            "make_log_message_event_handler",
+            [](py::function callback) {
+                return Handler::makeLogMessageEventHandler(
+                    wrapPyCallback<LogSeverityEnum, const std::string&, const std::string&>(std::move(callback)));
+            },
+            factoryDoc("Handler of MESSAGE_FROM_SERVER events; the callback receives a "
+                       ":class:`velmar_link.LogSeverityEnum`, the date and time (str) and the message (str).")
+                .c_str(),
+            "callback"_a);
+}
 
 }  // namespace velmar::python

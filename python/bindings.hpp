@@ -14,6 +14,7 @@ void bindEvents(py::module_& m);
 void bindJobsCommon(py::module_& m);
 void bindStopConditions(py::module_& m);
 void bindJobsControl(py::module_& m);
+void bindJobsMeas(py::module_& m);
 void bindHardware(py::module_& m);
 void bindDatasets(py::module_& m);
 void bindJobsDc(py::module_& m);

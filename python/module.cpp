@@ -39,6 +39,7 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindStopConditions(m);
     bindHardware(m);
     bindJobsControl(m);
+    bindJobsMeas(m);
     bindDatasets(m);
     bindJobsDc(m);
     bindEvents(m);

@@ -4,6 +4,7 @@
 #include "json_common/jobs/job_status.hpp"
 #include "json_common/logging/error_object.hpp"
 
+#include <boost/describe/class.hpp>
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
@@ -56,5 +57,6 @@ public:
     /// Decodes the result value of a single-value job from its "JOB_DONE" message.
     virtual void extractJobResult(const boost::json::object& message) = 0;
 };
+BOOST_DESCRIBE_STRUCT(AbstractMeasurementJob::Parameterless, (), ())
 
 }  // namespace velmar

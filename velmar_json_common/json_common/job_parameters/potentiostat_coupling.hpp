@@ -1,6 +1,10 @@
 #pragma once
 
+#include <boost/json/fwd.hpp>
+
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 namespace velmar {
 
@@ -35,5 +39,15 @@ enum class CalibrationTypesEnum : std::uint32_t {
 
 /// The data type of calibration data.
 enum class CalibrationDataTypeEnum : std::uint32_t { UNDEFINED = 0, FLOAT = 1, FLOAT_VECTOR = 2, SPECTRA = 3, STRING = 4 };
+
+/// Name of a coupling ("POTENTIOSTATIC", "GALVANOSTATIC", "FRA_PROBE"); the JSON form is this name.
+std::string_view potentiostatCouplingName(PotentiostatCoupling coupling);
+std::optional<PotentiostatCoupling> potentiostatCouplingFromName(std::string_view name);
+void tag_invoke(const boost::json::value_from_tag&, boost::json::value& jv, PotentiostatCoupling coupling);
+/// Throws std::invalid_argument for a text outside the three names.
+PotentiostatCoupling tag_invoke(const boost::json::value_to_tag<PotentiostatCoupling>&, const boost::json::value& jv);
+
+/// The wire text of a calibration type; a value outside 0 to 21 yields "dc".
+std::string_view calibrationTypesEnumToString(CalibrationTypesEnum type);
 
 }  // namespace velmar

@@ -1,0 +1,27 @@
+#include "json_common/job_parameters/control_parameters.hpp"
+
+#include "json_common/detail/described_json.hpp"
+
+namespace velmar {
+
+VELMAR_DEFINE_DESCRIBED_JSON(BeepParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SleepParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetLedColorParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SwitchOnParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SwitchOnQuickParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SwitchOffParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetBiasParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetVoltageRangeParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetActiveGainsParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetActiveCurrentRangesParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetCableOptionsParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetDateTimeParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(GetAdcStateParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(GetPotentiostatStateParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(GetHardwarePropertyParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetHardwarePropertyParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(MeasureIntegralParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetFirmwareUpdateParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SetHardwareSettingsParameters)
+
+}  // namespace velmar

@@ -1,0 +1,20 @@
+#include "json_common/job_parameters/dc_parameters.hpp"
+
+#include "json_common/detail/described_json.hpp"
+
+namespace velmar {
+
+VELMAR_DEFINE_DESCRIBED_JSON(CvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(AcCvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(FastCyclingParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(RampParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SteadyStairsParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(PogaParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(OcvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(NpvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(DpvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(SwvParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(WaveParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(WaveFileParameters)
+
+}  // namespace velmar

@@ -1,0 +1,14 @@
+#include "json_common/job_parameters/stop_condition_parameters.hpp"
+
+#include "json_common/detail/described_json.hpp"
+
+namespace velmar {
+
+VELMAR_DEFINE_DESCRIBED_JSON(MinLimitStopConditionParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(MaxLimitStopConditionParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(MinMaxLimitStopConditionParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(IntegratingLimitStopConditionParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(StabilityToleranceLimitStopConditionParameters)
+VELMAR_DEFINE_DESCRIBED_JSON(InRangeStopConditionParameters)
+
+}  // namespace velmar
