@@ -1,0 +1,75 @@
+#include "velmar_link_json/jobs/job_runner.hpp"
+
+#include "json_common/logging/error_messages.hpp"
+#include "json_common/protocol/live_data_header.hpp"
+#include "velmar_link_json/jobs/abstract_measurement_job.hpp"
+#include "velmar_link_json/jobs/common/job_info.hpp"
+#include "velmar_link_json/jobs/dc/dc_dataset.hpp"
+#include "velmar_link_json/link_json_session.hpp"
+
+#include <boost/json.hpp>
+
+namespace velmar {
+
+namespace json = boost::json;
+
+namespace {
+
+bool isRunning(JobStatusEnum status) { return status == JobStatusEnum::PENDING || status == JobStatusEnum::RUNNING; }
+
+}  // namespace
+
+std::expected<std::shared_ptr<DataSet>, ErrorObject> getJobResultData(LinkJsonSession& session,
+                                                                       AbstractMeasurementJob& job) {
+    if (job.getJobOptions().discard_result_data) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::RESULT_DATA_DISCARDED, messages::RESULT_DATA_DISCARDED));
+    }
+    if (isRunning(job.getLastJobStatus())) {
+        // The result resource is complete only when the job has ended; a failed job may still
+        // have left partial data, so its error does not stop the download.
+        const auto waited = waitForJob(session, job);
+        if (waited.code == ErrorCodeEnum::STOPPED_MANUALLY || waited.code == ErrorCodeEnum::CONNECTION_WAS_CLOSED ||
+            waited.code == ErrorCodeEnum::CONNECTION_BROKEN || waited.code == ErrorCodeEnum::CONNECTION_NOT_ESTABLISHED) {
+            return std::unexpected(waited);
+        }
+    }
+    const std::string& jobId = job.getLastJobInfo().job_id;
+    auto resources = session.getResourceList(ResourceTypeEnum::JOB_RESULT);
+    if (!resources) return std::unexpected(std::move(resources).error());
+    const Resource* resource = nullptr;
+    for (const auto& candidate : *resources) {
+        if (candidate.job_id == jobId) {
+            resource = &candidate;
+            break;
+        }
+    }
+    if (resource == nullptr) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, messages::ID_NOT_FOUND, "job result", "job_id", jobId));
+    }
+    if (resource->sub_type != "DATASET_DC") {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::RESOURCE_TYPE_MISMATCH, messages::DATASET_TYPE_MISMATCH));
+    }
+    const auto* dataHeader = resource->header.if_contains("job_data_header");
+    if (dataHeader == nullptr || !dataHeader->is_object()) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_NOT_OBJECT));
+    }
+    auto header = liveDataHeaderFromJson(*dataHeader);
+    if (!header) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
+    }
+    JobInfo info = job.getLastJobInfo();
+    if (const auto* jobInfo = resource->header.if_contains("job_info"); jobInfo != nullptr && jobInfo->is_object()) {
+        try {
+            info = jobInfoFromJson(*jobInfo);
+        } catch (const std::exception&) {
+            return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
+        }
+    }
+
+    std::string payload;
+    if (auto failure = session.retrieveFullResource(*resource, payload, 0)) return std::unexpected(std::move(failure));
+    // The frame is handed over and released once its values sit in the tracks.
+    return std::make_shared<DcDataset>(dcDatasetFromBinary(std::move(payload), std::move(*header), std::move(info)));
+}
+
+}  // namespace velmar
