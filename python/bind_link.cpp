@@ -1,6 +1,7 @@
 #include "bindings.hpp"
 
 #include "json_common/logging/library_version.hpp"
+#include "velmar_link_json/events/velmar_link_event_handler.hpp"
 #include "velmar_link_json/jobs/abstract_measurement_job.hpp"
 #include "velmar_link_json/jobs/common/dataset.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
@@ -124,6 +125,18 @@ Blocked calls of another thread (``do_job``, ``get_job_result_data``,
 ``wait_for_job_to_finish``, requests) return ``STOPPED_MANUALLY`` at once. The connection stays
 established and jobs already running on the device continue; the owner thread must still call
 :meth:`disconnect`.)";
+constexpr const char* kSetEventHandlerDoc = R"(Register a handler made by a ``VelmarLinkEventHandler.make_*`` factory.
+
+The handler's callback runs on the link's I/O thread for every event of its type, also while
+the calling thread waits in a blocking call such as :meth:`do_job`. One handler per event type:
+registering a different handler for a type that already has one raises (``RuntimeError`` here,
+:class:`velmar_link.VelmarLinkException` on ``VelmarLinkExc``); registering the same handler
+again does nothing.
+
+:param event_handler: a :class:`velmar_link.VelmarLinkEventHandler`.)";
+constexpr const char* kClearEventHandlerDoc = R"(Remove a handler passed to :meth:`set_event_handler` before.
+
+:param event_handler: the :class:`velmar_link.VelmarLinkEventHandler` to remove.)";
 constexpr const char* kSendStopDoc = R"(Stop the device.
 
 :param queue_stop_mode: :class:`velmar_link.QueueStopModeEnum`: flush the queued jobs or continue
@@ -158,6 +171,19 @@ void bindCommon(Class& cls) {
             },
             kDisconnectDoc)
         .def("cancel_pending_operations", &Link::cancelPendingOperations, Release(), kCancelDoc)
+        .def("set_event_handler",
+             [](Link& link, std::shared_ptr<VelmarLinkEventHandler> handler) {
+                 if (!handler) throw py::type_error("event_handler must not be None");
+                 if constexpr (std::is_same_v<Link, VelmarLink>) {
+                     if (auto error = link.setEventHandler(std::move(handler))) {
+                         throw std::runtime_error(error.getMessageFormatted());
+                     }
+                 } else {
+                     link.setEventHandler(std::move(handler));
+                 }
+             },
+             kSetEventHandlerDoc, "event_handler"_a)
+        .def("clear_event_handler", &Link::clearEventHandler, kClearEventHandlerDoc, "event_handler"_a)
         .def("send_stop", &Link::sendStop, Release(), kSendStopDoc, "queue_stop_mode"_a)
         .def("get_connection_status", &Link::getConnectionStatus,
              R"(:returns: the :class:`velmar_link.VelmarLinkConnectionStatusEnum` of the link.)")

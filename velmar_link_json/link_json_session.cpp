@@ -1,5 +1,7 @@
 #include "velmar_link_json/link_json_session.hpp"
 
+#include "velmar_link_json/events/velmar_link_event_handler.hpp"
+
 #include "json_common/base64.hpp"
 #include "json_common/exact_json.hpp"
 #include "json_common/logging/error_factory.hpp"
@@ -620,6 +622,25 @@ void LinkJsonSession::clearEventHandler(EventTypeEnum type, const std::shared_pt
     impl_->eventHandlers.erase(entry);
 }
 
+ErrorObject LinkJsonSession::setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler) {
+    if (!handler) return {};
+    std::lock_guard lock(impl_->eventMutex);
+    auto& slot = impl_->applicationEventHandlers[handler->getType()];
+    if (slot && slot != handler) return ErrorObject(ErrorCode::INVALID_PARAMETER, messages::EVENT_HANDLER_ALREADY_SET);
+    slot = std::move(handler);
+    return {};
+}
+
+void LinkJsonSession::clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler) {
+    if (!handler) return;
+    std::shared_ptr<VelmarLinkEventHandler> previous;
+    std::lock_guard lock(impl_->eventMutex);
+    auto entry = impl_->applicationEventHandlers.find(handler->getType());
+    if (entry == impl_->applicationEventHandlers.end() || entry->second != handler) return;
+    previous = std::move(entry->second);
+    impl_->applicationEventHandlers.erase(entry);
+}
+
 void LinkJsonSession::setPendingDownload(DownloadHandler handler) {
     auto& d = *impl_;
     std::shared_ptr<DownloadHandler> previous;
@@ -722,12 +743,19 @@ void LinkJsonSession::handleEvent(const json::object& message) {
     }
     if (!type) return;
     std::shared_ptr<EventHandler> handler;
+    std::shared_ptr<VelmarLinkEventHandler> applicationHandler;
     {
         std::lock_guard lock(impl_->eventMutex);
         auto entry = impl_->eventHandlers.find(*type);
         if (entry != impl_->eventHandlers.end()) handler = entry->second;
+        auto application = impl_->applicationEventHandlers.find(*type);
+        if (application != impl_->applicationEventHandlers.end()) applicationHandler = application->second;
     }
     if (handler && *handler) (*handler)(*event);
+    if (applicationHandler) {
+        const auto& callback = applicationHandler->getRawCallback();
+        if (callback && *callback) (*callback)(*event);
+    }
 }
 
 bool LinkJsonSession::wasSuccessful(const json::object& reply) {

@@ -130,6 +130,15 @@ public:
     /// Clears the handler, or only if it is `onlyIfSame` when that is given.
     void clearEventHandler(EventTypeEnum type, const std::shared_ptr<EventHandler>& onlyIfSame = nullptr);
 
+    /// The application's handler for its event type. It is kept apart from the per-type
+    /// handlers that running jobs register, so a job's live-data handlers and the caller's
+    /// handler of the same type both receive the event (the job's first). Setting the same
+    /// handler again does nothing; a different one for a type that has one fails with
+    /// "event handler already set". Any thread.
+    [[nodiscard]] ErrorObject setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler);
+    /// Removes the application's handler if it is this one. Any thread.
+    void clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler);
+
     /// The next binary frame goes to `handler` (moved); without one within the download
     /// time-out the handler gets OPERATION_TIMED_OUT. One download at a time.
     void setPendingDownload(DownloadHandler handler);

@@ -111,6 +111,7 @@ struct LinkJsonSession::Impl {
 
     std::mutex eventMutex;
     std::map<EventTypeEnum, std::shared_ptr<EventHandler>> eventHandlers;
+    std::map<EventTypeEnum, std::shared_ptr<VelmarLinkEventHandler>> applicationEventHandlers;
 
     // The download mutex guards the single pending download.
     std::mutex downloadMutex;

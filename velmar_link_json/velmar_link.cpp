@@ -186,6 +186,14 @@ ErrorObject VelmarLink::downloadResourceToFile(const Resource& resource, const s
 
 void VelmarLink::cancelPendingOperations() { session_.cancelPendingOperations(); }
 
+ErrorObject VelmarLink::setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler) {
+    return session_.setEventHandler(std::move(handler));
+}
+
+void VelmarLink::clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler) {
+    session_.clearEventHandler(handler);
+}
+
 LinkJsonSession& VelmarLink::getSession() { return session_; }
 
 }  // namespace velmar

@@ -22,6 +22,8 @@ struct JobInfo;
 /// Threads: every operation belongs to the thread that owns the object, except
 /// cancelPendingOperations(), which any thread may call while the owner is blocked. Callbacks
 /// run on the session's I/O thread. Jobs passed in must outlive the call.
+class VelmarLinkEventHandler;
+
 class VelmarLink {
 public:
     /// Nothing is connected here. `flags` is a combination of VelmarLinkConnectionFlags bits;
@@ -105,6 +107,11 @@ public:
     /// Thread-safe cancellation of all pending client-side operations: blocked calls return
     /// STOPPED_MANUALLY, the connection stays up, jobs on the device go on. Any thread.
     void cancelPendingOperations();
+
+    /// Delivers the events of the handler's type to it (see LinkJsonSession::setEventHandler).
+    [[nodiscard]] ErrorObject setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler);
+    /// Stops delivering events to a handler given to setEventHandler before.
+    void clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler);
 
     [[nodiscard]] LinkJsonSession& getSession();
 

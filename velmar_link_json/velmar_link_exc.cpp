@@ -108,3 +108,11 @@ bool VelmarLinkExc::isDoJobExceptionSuppressed(ErrorCodeEnum code) const {
 }
 
 }  // namespace velmar
+
+namespace velmar {
+
+void VelmarLinkExc::setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler) {
+    throwIfError(link_.setEventHandler(std::move(handler)));
+}
+
+}  // namespace velmar

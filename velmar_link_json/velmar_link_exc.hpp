@@ -68,6 +68,9 @@ public:
     void downloadResourceToFile(const Resource& resource, const std::filesystem::path& file);
 
     void cancelPendingOperations() { link_.cancelPendingOperations(); }
+    /// Raises VelmarLinkException when another handler of the type is already set.
+    void setEventHandler(std::shared_ptr<VelmarLinkEventHandler> handler);
+    void clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler) { link_.clearEventHandler(handler); }
 
     /// Codes for which doJob and waitForJobToFinish return instead of raising. Any thread.
     void suppressDoJobException(ErrorCodeEnum code);

@@ -86,6 +86,40 @@ def test_callback_during_a_blocking_call_does_not_deadlock(emulator):
     link.disconnect()
 
 
+def test_event_callback_during_get_workstation_status(emulator, link):
+    # The event arrives and runs its Python callback on the I/O thread while the main thread
+    # is still waiting for the delayed reply.
+    seen = []
+    handler = velmar_link.VelmarLinkEventHandler.make_log_message_event_handler(
+        lambda severity, when, text: seen.append((severity, text, time.monotonic())))
+    link.set_event_handler(handler)
+    emulator.fault("/status", "delay", delay_ms=300, events_before_reply=[
+        {"type": "MESSAGE_FROM_SERVER", "severity": "WARNING", "date_time": "2026-01-01T00:00:00Z",
+         "message": "fan speed high"}])
+    try:
+        result = link.get_workstation_status()
+        returned = time.monotonic()
+    finally:
+        link.clear_event_handler(handler)
+    assert isinstance(result, velmar_link.WorkstationStatus)
+    assert len(seen) == 1
+    severity, text, when = seen[0]
+    assert severity is velmar_link.LogSeverityEnum.WARNING and text == "fan speed high"
+    assert when < returned
+
+
+def test_second_handler_for_the_same_event_type_is_refused(link):
+    factory = velmar_link.VelmarLinkEventHandler.make_job_done_event_handler
+    first, second = factory(lambda info: None), factory(lambda info: None)
+    link.set_event_handler(first)
+    link.set_event_handler(first)
+    with pytest.raises(RuntimeError, match="event handler already set"):
+        link.set_event_handler(second)
+    link.clear_event_handler(first)
+    link.set_event_handler(second)
+    link.clear_event_handler(second)
+
+
 def test_other_python_threads_run_while_a_request_waits(emulator, link):
     emulator.fault("/status", "delay", delay_ms=400)
     ticks = []

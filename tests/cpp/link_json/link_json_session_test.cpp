@@ -4,6 +4,7 @@
 #include "support/fake_ll_session.hpp"
 
 #include "json_common/logging/error_object_json.hpp"
+#include "velmar_link_json/events/velmar_link_event_handler.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <gtest/gtest.h>
@@ -158,6 +159,29 @@ TEST_F(SessionTest, EventsGoToTheHandlerOfTheirTypeAndUnknownTypesAreDropped) {
     session.clearEventHandler(EventTypeEnum::LIVE_DATA_ROWS, rows);
     session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS"}})");
     EXPECT_EQ(seen.size(), 2u);
+}
+
+TEST_F(SessionTest, JobAndApplicationHandlersOfOneTypeBothReceiveTheEvent) {
+    std::vector<std::string> seen;
+    auto job = std::make_shared<LinkJsonSession::EventHandler>([&](const json::object&) { seen.push_back("job"); });
+    auto application = std::make_shared<VelmarLinkEventHandler>(
+        EventTypeEnum::LIVE_DATA_ROWS,
+        std::make_shared<VelmarLinkEventHandler::RawCallback>([&](const json::object&) { seen.push_back("app"); }));
+    auto other = std::make_shared<VelmarLinkEventHandler>(
+        EventTypeEnum::LIVE_DATA_ROWS, std::make_shared<VelmarLinkEventHandler::RawCallback>());
+    session.setEventHandler(EventTypeEnum::LIVE_DATA_ROWS, job);
+    EXPECT_FALSE(session.setEventHandler(application));
+    EXPECT_FALSE(session.setEventHandler(application));
+    EXPECT_EQ(session.setEventHandler(other).getMessageFormatted(), "event handler already set");
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS","data":[]}})");
+    EXPECT_EQ(seen, (std::vector<std::string>{"job", "app"}));
+
+    session.clearEventHandler(other);  // not the registered one: no effect
+    session.clearEventHandler(EventTypeEnum::LIVE_DATA_ROWS, job);
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS","data":[]}})");
+    session.clearEventHandler(application);
+    session.dispatchIncommingJson(R"({"type":"EVENT","event":{"type":"LIVE_DATA_ROWS","data":[]}})");
+    EXPECT_EQ(seen, (std::vector<std::string>{"job", "app", "app"}));
 }
 
 TEST_F(SessionTest, ManualStopFailsRequestsJobsOperationsAndKeepsTheConnection) {

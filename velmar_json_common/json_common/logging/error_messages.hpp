@@ -35,6 +35,7 @@ inline constexpr std::string_view OUT_OF_MEMORY = "out of memory";
 inline constexpr std::string_view UNEXPECTED_EXCEPTION = "an unexpected exception occured: {0}";
 inline constexpr std::string_view CONNECTION_OBJECT_FAILED = "Unable to create connection object";
 inline constexpr std::string_view REPLY_STATUS_INVALID = "reply status invalid";
+inline constexpr std::string_view EVENT_HANDLER_ALREADY_SET = "event handler already set";
 inline constexpr std::string_view DATASET_CAST_FAILED = "dataset type cast failed";
 inline constexpr std::string_view TOO_MANY_PARAMETERS = "Error: Too many parameters ({} > {}). Format string: '{}'";
 
