@@ -1,4 +1,6 @@
 // velmar-emulator: the emulated workstation as a command-line program.
+#include "emulator/cell/cell_model.hpp"
+#include "emulator/device_jobs/job_queue.hpp"
 #include "emulator/server/command_line.hpp"
 #include "emulator/server/emulator_server.hpp"
 
@@ -19,6 +21,11 @@ int main(int argc, char** argv) {
         return 0;
     }
 
+    if (auto cell = parseCellSpec(commandLine->cellSpec); !cell) {
+        std::cerr << "velmar-emulator: invalid --cell: " << cell.error() << "\n\n" << usageText();
+        return 2;
+    }
+
     ServerOptions options{
         .host = commandLine->host,
         .port = commandLine->port,
@@ -29,6 +36,7 @@ int main(int argc, char** argv) {
     if (commandLine->user) options.handshake.credentials.emplace(*commandLine->user, *commandLine->password);
 
     EmulatorServer server(std::move(options));
+    installDeviceJobs(server.model(), {.queueCapacity = commandLine->queueSize, .cellSpec = commandLine->cellSpec});
     auto endpoint = server.listen();
     if (!endpoint) {
         std::cerr << "velmar-emulator: " << endpoint.error() << '\n';

@@ -33,6 +33,9 @@ options:
   --idle-exit SECONDS    exit after this long without any connection (default: never)
   --seed N               seed of identifiers and emulated data (default: random)
   --time-scale X         factor on emulated measurement durations, > 0 (default 1)
+  --cell SPEC            emulated cell, e.g. resistor:R=1000, rc:R=1000,C=1e-6 or
+                         redox:E0=0.2 (default resistor:R=1000)
+  --queue-size N         jobs that may wait in the job queue, >= 1 (default 16)
   --help                 print this text and exit
 
 After listening, one line "listening on ADDRESS:PORT" is printed. SIGINT and SIGTERM
@@ -54,7 +57,8 @@ std::expected<CommandLine, std::string> parseCommandLine(std::span<const std::st
             continue;
         }
         static constexpr std::string_view kValueOptions[] = {"--host",     "--port",      "--user",      "--password",
-                                                             "--protocol-version", "--idle-exit", "--seed", "--time-scale"};
+                                                             "--protocol-version", "--idle-exit", "--seed", "--time-scale",
+                                                             "--cell", "--queue-size"};
         if (std::ranges::find(kValueOptions, name) == std::end(kValueOptions)) {
             return std::unexpected("unknown option " + std::string(name));
         }
@@ -94,6 +98,12 @@ std::expected<CommandLine, std::string> parseCommandLine(std::span<const std::st
             auto scale = parseNumber<double>(value);
             if (!scale || !std::isfinite(*scale) || *scale <= 0) return invalid();
             out.timeScale = *scale;
+        } else if (name == "--cell") {
+            out.cellSpec = std::string(value);
+        } else if (name == "--queue-size") {
+            auto size = parseNumber<std::size_t>(value);
+            if (!size || *size == 0 || *size > 100000) return invalid();
+            out.queueSize = *size;
         }
     }
     if (out.user.has_value() != out.password.has_value()) return std::unexpected(std::string("--user and --password go together"));

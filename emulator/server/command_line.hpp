@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <optional>
@@ -22,6 +23,10 @@ struct CommandLine {
     std::chrono::milliseconds idleExit{0};
     std::optional<std::uint64_t> seed;
     double timeScale = 1.0;
+    /// The emulated cell behind the potentiostats (a cell spec, see parseCellSpec).
+    std::string cellSpec = "resistor:R=1000";
+    /// Bound of the waiting jobs of the job queue.
+    std::size_t queueSize = 16;
     bool help = false;
 };
 

@@ -1,0 +1,96 @@
+#pragma once
+
+// The emulated RQ5 hardware: the main potentiostat "MAIN:1:POT", one QLC card (index 1) with
+// the external potentiostats "QLC:1:EXT1:POT" and "QLC:1:EXT2:POT", and one MUX4 card (index
+// 1) with four input channels. Control and information jobs read and change its state; the
+// measurement executors take their cell models and output potentiostat from it.
+
+#include "emulator/cell/cell_model.hpp"
+#include "json_common/configuration/hardware_info.hpp"
+#include "json_common/configuration/hardware_settings.hpp"
+#include "json_common/job_parameters/control_parameters.hpp"
+#include "json_common/job_parameters/job_results.hpp"
+#include "json_common/logging/error_object.hpp"
+
+#include <boost/json/object.hpp>
+
+#include <chrono>
+#include <expected>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace velmar::emulator {
+
+class ResourceStore;
+
+/// Any thread (one mutex); in the emulator only the I/O thread calls it.
+class HardwareModel {
+public:
+    /// `cellSpec` (see parseCellSpec) is the cell behind every potentiostat; an invalid spec
+    /// falls back to a 1 kOhm resistor.
+    explicit HardwareModel(std::string serialNumber, std::string cellSpec = "resistor:R=1000");
+
+    /// Creation-time checks that need the hardware description but not its state: symbolic
+    /// paths (PARAMETER_SYMBOLIC_PATH_INVALID), range indices and values (PARAMETER_VALUE_TOO_
+    /// HIGH/_LOW), resources (ID_NOT_FOUND), calibration type (CALIBRATION_TYPE_UNKNOWN),
+    /// date texts (PARAMETER_FORMAT_INVALID). The keys have been checked by the catalogue.
+    ErrorObject validate(std::string_view type, const boost::json::object& parameters,
+                         const ResourceStore& resources) const;
+
+    /// Emulated seconds that a control, information or calibration job takes.
+    double duration(std::string_view type, const boost::json::object& parameters) const;
+
+    /// Runs a control, information or calibration job once its time has passed: the "result"
+    /// object (empty for jobs without one) or the job's runtime error, e.g. POT_STATUS_MISMATCH
+    /// for "set_voltage_range" while the potentiostat is on.
+    std::expected<boost::json::object, ErrorObject> execute(std::string_view type,
+                                                            const boost::json::object& parameters,
+                                                            ResourceStore& resources);
+
+    HardwareInfo info() const;
+    HardwareSettings settings() const;
+    PotentiostatState potentiostatState(std::string_view potentiostat) const;
+    bool isPotentiostat(std::string_view uri) const;
+    /// The potentiostat on which measurements output: the first output potentiostat of the
+    /// hardware settings ("MAIN:1:POT" when there is none).
+    std::string outputPotentiostat() const;
+    /// A fresh cell model (at rest) behind `potentiostat`.
+    std::unique_ptr<CellModel> makeCell(std::string_view potentiostat) const;
+    /// The emulated real-time clock.
+    std::chrono::system_clock::time_point now() const;
+
+    static constexpr std::string_view MAIN_POTENTIOSTAT = "MAIN:1:POT";
+
+private:
+    const PathInfo* findPath(std::string_view urn) const;
+    bool isAdc(std::string_view adc) const;
+    ErrorObject validateHardwareSettings(const boost::json::object& parameters) const;
+    double integrate(const PathInfo& path, double duration) const;
+
+    mutable std::mutex mutex_;
+    std::string cellSpec_;
+    HardwareInfo info_;
+    std::map<std::string, PotentiostatState, std::less<>> potentiostats_;
+    std::map<std::string, std::vector<int>, std::less<>> adcGains_;
+    /// Hardware properties by (uri, key); set_led_color and set_cable_options write here too.
+    std::map<std::pair<std::string, std::string>, HardwarePropertyValue, std::less<>> properties_;
+    HardwareSettings settings_;
+    std::chrono::system_clock::duration clockOffset_{0};
+    std::string mesh_ = R"({"mesh":[]})";
+    std::map<std::string, boost::json::value, std::less<>> calibrationData_;
+};
+
+/// URL notation of a path URN: lower case, with "/" for ":" ("MAIN:1:POT:U~MUX:1:MUX_U"
+/// becomes "main/1/pot/u~mux/1/mux_u").
+std::string urlOfUrn(std::string_view urn);
+
+/// Parses ISO 8601 date and time text "YYYY-MM-DDTHH:MM:SS[.fff][Z|+HH:MM|-HH:MM]" ("T" or
+/// a space); nothing when malformed.
+std::optional<std::chrono::system_clock::time_point> parseIsoDateTime(std::string_view text);
+
+}  // namespace velmar::emulator
