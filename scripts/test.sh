@@ -6,7 +6,8 @@ cd "$(dirname "$0")/.."
 start=$(date +%s)
 scripts/setup.sh -C cmake.define.VELMAR_BUILD_TESTS=ON
 echo "build finished after $(( $(date +%s) - start )) s"
-ctest --test-dir build/python --output-on-failure -j "$(nproc)" --timeout 300
-cd tests/python
-python3 -m pytest -q -c ../../pyproject.toml --rootdir ../.. .
+status=0
+ctest --test-dir build/python --output-on-failure -j "$(nproc)" --timeout 300 || status=1
+(cd tests/python && python3 -m pytest -q -c ../../pyproject.toml --rootdir ../.. .) || status=1
 echo "all tests finished after $(( $(date +%s) - start )) s"
+exit $status
