@@ -154,7 +154,20 @@ constexpr const char* kConnectionTimeoutDoc = R"(Set the time-out of the connect
 
 :param timeout: a :class:`datetime.timedelta`; zero restores the default.)";
 
+constexpr const char* kIdExcDoc = R"(Query device identification without a persistent connection.
+
+``link.id(timeout)`` asks the link's workstation (over the connection when connected,
+otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
+workstation by address without a link.
+
+:param timeout: :class:`datetime.timedelta` bounding each step.
+:returns: :class:`velmar_link.WorkstationInfo`.
+:raises velmar_link.VelmarLinkException: on failure.)";
+
 constexpr const char* kIdDoc = R"(Query device identification without a persistent connection.
+
+``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
+asks a workstation by address without a link.
 
 When the link is connected the connection is used; otherwise a short-lived connection to the
 link's address is made.
@@ -308,6 +321,24 @@ void bindRecords(py::module_& m) {
                              R"(largest chunk of one append or retrieve request, in bytes)");
 }
 
+/// Installs `id` as a name that is an instance method when read from a link and the static
+/// query by address when read from the class, as scripts call it both ways.
+void installInstanceOrClassId(py::handle cls, const char* doc) {
+    py::dict scope;
+    py::exec(R"(
+class InstanceOrClassMethod:
+    def __init__(self, on_instance, on_class, doc):
+        self._on_instance, self._on_class, self.__doc__ = on_instance, on_class, doc
+
+    def __get__(self, instance, owner=None):
+        if instance is None:
+            return self._on_class
+        return self._on_instance.__get__(instance, owner)
+)",
+             scope);
+    py::setattr(cls, "id", scope["InstanceOrClassMethod"](cls.attr("__dict__")["_id_of_link"], cls.attr("_id_of_address"), doc));
+}
+
 }  // namespace
 
 void bindLink(py::module_& m) {
@@ -323,8 +354,12 @@ operations that only succeed or fail return an ``ErrorObject``, falsy on success
     link.def(py::init(&makeLink<VelmarLink>), kConstructorDoc, "hostname"_a, "port"_a = "1994", "flags"_a = 0u,
              "http_user"_a = "", "http_password"_a = "")
         .def("connect", &VelmarLink::connect, Release(), kConnectDoc)
-        .def("id", py::overload_cast<std::chrono::milliseconds>(&VelmarLink::id), Release(), kIdDoc
-             /* returns WorkstationInfo | ErrorObject */, "timeout"_a)
+        .def("_id_of_link", py::overload_cast<std::chrono::milliseconds>(&VelmarLink::id), Release(), kIdDoc,
+             "timeout"_a)
+        .def_static("_id_of_address",
+                    py::overload_cast<const std::string&, const std::string&, std::chrono::milliseconds>(
+                        &VelmarLink::id),
+                    Release(), kIdDoc, "hostname"_a, "port"_a, "timeout"_a)
         .def("do_job", [](VelmarLink& l, const JobPtr& job) {
                  auto& j = requireJob(job);
                  py::gil_scoped_release release;
@@ -476,6 +511,7 @@ untouched.
 :param resource: the :class:`velmar_link.Resource`.
 :returns: :class:`velmar_link.ErrorObject`, falsy on success.)", "resource"_a);
     bindCommon<VelmarLink>(link);
+    installInstanceOrClassId(link, kIdDoc);
 
     // ---- VelmarLinkExc -----------------------------------------------------------------------
     py::class_<VelmarLinkExc, std::shared_ptr<VelmarLinkExc>> exc(m, "VelmarLinkExc",
@@ -490,11 +526,12 @@ passed to :meth:`suppress_do_job_exception`.)",
         .def("connect", &VelmarLinkExc::connect, Release(), R"(Connect to a running RQ5.
 
 :raises velmar_link.VelmarLinkException: if the connection failed.)")
-        .def("id", py::overload_cast<std::chrono::milliseconds>(&VelmarLinkExc::id), Release(), R"(Query device identification without a persistent connection.
-
-:param timeout: :class:`datetime.timedelta` bounding each step.
-:returns: :class:`velmar_link.WorkstationInfo`.
-:raises velmar_link.VelmarLinkException: on failure.)", "timeout"_a)
+        .def("_id_of_link", py::overload_cast<std::chrono::milliseconds>(&VelmarLinkExc::id), Release(),
+             kIdExcDoc, "timeout"_a)
+        .def_static("_id_of_address",
+                    py::overload_cast<const std::string&, const std::string&, std::chrono::milliseconds>(
+                        &VelmarLinkExc::id),
+                    Release(), kIdExcDoc, "hostname"_a, "port"_a, "timeout"_a)
         .def("do_job", [](VelmarLinkExc& l, const JobPtr& job) {
                  auto& j = requireJob(job);
                  py::gil_scoped_release release;
@@ -651,6 +688,7 @@ passed to :meth:`suppress_do_job_exception`.)",
 
 :param code: the :class:`velmar_link.ErrorCodeEnum`.)", "code"_a);
     bindCommon<VelmarLinkExc>(exc);
+    installInstanceOrClassId(exc, kIdExcDoc);
 
     py::module_::import("atexit").attr("register")(
         py::cpp_function([]() { LiveLinks::instance().disconnectAll(); }));

@@ -5,6 +5,7 @@
 
 #include <pybind11/chrono.h>
 #include <pybind11/complex.h>
+#include <pybind11/eval.h>
 #include <pybind11/functional.h>
 #include <pybind11/native_enum.h>
 #include <pybind11/pybind11.h>

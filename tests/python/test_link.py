@@ -65,6 +65,11 @@ def test_id_with_and_without_a_connection(emulator, link):
     unconnected = VelmarLink("127.0.0.1", emulator.port_str)
     assert unconnected.id(ms(1000)).serial_number == "RQ5-EMU-000001"
     assert not unconnected.is_connected()
+    assert VelmarLink.id("127.0.0.1", emulator.port_str, ms(1000)).serial_number == "RQ5-EMU-000001"
+    assert VelmarLink.id("127.0.0.1", "1", ms(1000)).get_error_code_enum() == ErrorCodeEnum.CONNECTION_FAILED
+    assert velmar_link.VelmarLinkExc.id("127.0.0.1", emulator.port_str, ms(1000)).model_name == "RQ5"
+    with pytest.raises(velmar_link.VelmarLinkException):
+        velmar_link.VelmarLinkExc.id("127.0.0.1", "1", ms(1000))
 
 
 def test_drop_own_connection_ends_it(emulator):
