@@ -86,17 +86,20 @@ void bindDatasetBase(py::module_& m) {
         .def_readonly("jobInfo", &DatasetInfo::job_info, R"(information about the job that created this dataset)");
 
     py::class_<AbstractDataset, std::shared_ptr<AbstractDataset>>(m, "AbstractDataset",
-                                                                   R"(Interface of the result datasets.)")
+                                                                   R"(Interface of the result datasets.)",
+                                                                   py::release_gil_before_calling_cpp_dtor())
         .def("get_job_info", &AbstractDataset::getJobInfo, R"(Get info to the job)")
         .def("get_info", &AbstractDataset::getInfo, R"(Get summary information about the dataset)");
 
     py::class_<DataSet, AbstractDataset, std::shared_ptr<DataSet>>(m, "DataSet",
-                                                                    R"(Base class of the result datasets.)");
+                                                                    R"(Base class of the result datasets.)",
+                                                                    py::release_gil_before_calling_cpp_dtor());
 }
 
 void bindDcDataset(py::module_& m) {
     using Dc = DcDataset;
-    py::class_<Dc, DataSet, std::shared_ptr<Dc>> dc(m, "DcDataset", R"(Class which contains DC data.)");
+    py::class_<Dc, DataSet, std::shared_ptr<Dc>> dc(m, "DcDataset", R"(Class which contains DC data.)",
+                                                 py::release_gil_before_calling_cpp_dtor());
     dc.attr("EMPTY_TRACK") = py::list();
     dc.def(py::init([](std::vector<ColumnHeader> header, std::vector<std::vector<double>> tracks, std::string jobType,
                        std::string jobTypeShort, const py::object& jobInfo) {

@@ -75,7 +75,8 @@ Only options which are set are transmitted to the RQ5, an absent option means Fa
         .def_readonly("current", &SwitchOnInfo::current, "output current");
 
     py::class_<AbstractMeasurementJob, std::shared_ptr<AbstractMeasurementJob>>(
-        m, "AbstractMeasurementJob", "Abstract base class from which all jobs are derived.")
+        m, "AbstractMeasurementJob", "Abstract base class from which all jobs are derived.",
+        py::release_gil_before_calling_cpp_dtor())
         .def("was_successful", &AbstractMeasurementJob::wasSuccessful,
              "True if the last run of the job has finished successfully.")
         .def("get_last_job_error_message",

@@ -131,7 +131,7 @@ JobClass<Job> bindJob(py::module_& m, const char* name, const char* parametersNa
     }
     const Job example{};
     const std::string fullDoc = doc + parameterLines<P>() + requestExampleBlock(example);
-    JobClass<Job> cls(m, name, fullDoc.c_str());
+    JobClass<Job> cls(m, name, fullDoc.c_str(), py::release_gil_before_calling_cpp_dtor());
     const char* initDoc = "Create the job from its parameters.";
     if constexpr (Arguments == JobArguments::PARAMETERS_ONLY) {
         defineDescribedInit<P>(cls, [](P p) { return std::make_shared<Job>(std::move(p)); }, initDoc);

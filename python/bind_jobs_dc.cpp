@@ -105,7 +105,8 @@ No Python code runs per event; read the dataset once the job has ended.)")
 void bindJobsDc(py::module_& m) {
     auto meas = submodule(m, "meas");
     py::class_<DcLiveDataHandler, std::shared_ptr<DcLiveDataHandler>>(
-        m, "DcLiveDataCollector", R"(Collects a DC job's live data into a DcDataset without calling Python.)")
+        m, "DcLiveDataCollector", R"(Collects a DC job's live data into a DcDataset without calling Python.)",
+        py::release_gil_before_calling_cpp_dtor())
         .def(
             "get_dataset", [](const DcLiveDataHandler& self) { return std::make_shared<DcDataset>(self.getDataset()); },
             R"(A copy of the dataset collected so far; call it after the job has ended.)")
