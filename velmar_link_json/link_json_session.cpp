@@ -11,6 +11,8 @@
 #include "velmar_link_json/jobs/common/job_info.hpp"
 #include "velmar_link_json/link_json_session_impl.hpp"
 
+#include "velmar_link_json/binary_destination.hpp"
+
 #include <boost/asio/post.hpp>
 #include <boost/json.hpp>
 
@@ -197,6 +199,12 @@ ErrorObject LinkJsonSession::connect() {
         ll->setConnectionTimeout(getConnectionTimeout());
         ll->setReceiveHandler([this](const std::string& text) { dispatchIncommingJson(text); });
         ll->setReceiveBinaryHandler([this](std::string&& data) { dispatchIncommingBinary(std::move(data)); });
+        ll->setBinaryDestinationHandlers(
+            [&d]() -> std::shared_ptr<BinaryDestination> {
+                std::lock_guard lock(d.downloadMutex);
+                return d.pendingDownload ? d.pendingDestination : nullptr;
+            },
+            [this](std::shared_ptr<BinaryDestination> destination) { dispatchIncommingBinary(std::move(destination)); });
         ll->setConnectionStatusCallback(
             [&d](VelmarLinkConnectionStatusEnum status) { d.onTransportStatus(status); });
 
@@ -591,6 +599,7 @@ void LinkJsonSession::cancelAllPendingOperations(CancellationReason reason) {
     {
         std::lock_guard lock(d.downloadMutex);
         download = std::move(d.pendingDownload);
+        d.pendingDestination.reset();
         ++d.downloadGeneration;
     }
     if (download) (*download)(std::string(), errorObjectFromJson(error));
@@ -641,13 +650,14 @@ void LinkJsonSession::clearEventHandler(const std::shared_ptr<VelmarLinkEventHan
     impl_->applicationEventHandlers.erase(entry);
 }
 
-void LinkJsonSession::setPendingDownload(DownloadHandler handler) {
+void LinkJsonSession::setPendingDownload(DownloadHandler handler, std::shared_ptr<BinaryDestination> destination) {
     auto& d = *impl_;
     std::shared_ptr<DownloadHandler> previous;
     std::uint64_t generation = 0;
     {
         std::lock_guard lock(d.downloadMutex);
         previous = std::exchange(d.pendingDownload, std::make_shared<DownloadHandler>(std::move(handler)));
+        d.pendingDestination = std::move(destination);
         generation = ++d.downloadGeneration;
     }
     if (previous) (*previous)(std::string(), ErrorObject(ErrorCode::UNKNOWN_ERR, messages::UNKNOWN_ERROR));
@@ -658,6 +668,7 @@ void LinkJsonSession::setPendingDownload(DownloadHandler handler) {
             std::lock_guard lock(d.downloadMutex);
             if (d.downloadGeneration != generation || !d.pendingDownload) return;
             current = std::move(d.pendingDownload);
+            d.pendingDestination.reset();
         }
         (*current)(std::string(), std::move(error));
     };
@@ -678,6 +689,7 @@ void LinkJsonSession::clearPendingDownload() {
     std::shared_ptr<DownloadHandler> previous;
     std::lock_guard lock(impl_->downloadMutex);
     previous = std::move(impl_->pendingDownload);
+    impl_->pendingDestination.reset();
     ++impl_->downloadGeneration;
 }
 
@@ -714,9 +726,24 @@ void LinkJsonSession::dispatchIncommingBinary(std::string&& data) {
     {
         std::lock_guard lock(impl_->downloadMutex);
         handler = std::move(impl_->pendingDownload);
+        impl_->pendingDestination.reset();
         ++impl_->downloadGeneration;
     }
     if (handler) (*handler)(std::move(data), std::nullopt);
+}
+
+// I/O thread. A frame written into a destination whose download has meanwhile ended (time-out,
+// cancellation, a newer download) is dropped with it.
+void LinkJsonSession::dispatchIncommingBinary(std::shared_ptr<BinaryDestination> destination) {
+    std::shared_ptr<DownloadHandler> handler;
+    {
+        std::lock_guard lock(impl_->downloadMutex);
+        if (!impl_->pendingDownload || impl_->pendingDestination != destination) return;
+        handler = std::move(impl_->pendingDownload);
+        impl_->pendingDestination.reset();
+        ++impl_->downloadGeneration;
+    }
+    (*handler)(std::string(), std::nullopt);
 }
 
 void LinkJsonSession::handleReply(const json::object& message) {
@@ -905,14 +932,22 @@ ErrorObject LinkJsonSession::getUpdatedResourceInfo(Resource& resource) {
 }
 
 ErrorObject LinkJsonSession::retrieveFullResource(const Resource& resource, std::string& out, std::uint64_t limit) {
+    return retrieveFullResource(resource, nullptr, out, limit);
+}
+
+ErrorObject LinkJsonSession::retrieveFullResource(const Resource& resource,
+                                                  const std::shared_ptr<BinaryDestination>& destination,
+                                                  std::string& out, std::uint64_t limit) {
     if (!isConnected()) return ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>();
     using Outcome = std::pair<std::string, std::optional<ErrorObject>>;
     auto promise = std::make_shared<std::promise<Outcome>>();
     auto future = promise->get_future();
     // Armed before the request: the binary frame may follow the reply before this thread wakes.
-    setPendingDownload([promise](std::string&& data, std::optional<ErrorObject> error) {
-        promise->set_value(Outcome(std::move(data), std::move(error)));
-    });
+    setPendingDownload(
+        [promise](std::string&& data, std::optional<ErrorObject> error) {
+            promise->set_value(Outcome(std::move(data), std::move(error)));
+        },
+        destination);
     const auto reply = sendRequest(json::object{{"do", resourcePath(resource.type, "download")},
                                                 {"resource_id", resource.resource_id},
                                                 {"limit", limit}},

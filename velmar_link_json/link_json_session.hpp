@@ -23,6 +23,7 @@
 namespace velmar {
 
 class AbstractMeasurementJob;
+struct BinaryDestination;
 class LinkLlSessionAbstractFactory;
 class VelmarLinkEventHandler;
 
@@ -140,14 +141,18 @@ public:
     void clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler);
 
     /// The next binary frame goes to `handler` (moved); without one within the download
-    /// time-out the handler gets OPERATION_TIMED_OUT. One download at a time.
-    void setPendingDownload(DownloadHandler handler);
+    /// time-out the handler gets OPERATION_TIMED_OUT. One download at a time. With a
+    /// `destination`, the transport writes the frame straight into it and the handler gets an
+    /// empty string (the destination is then marked filled).
+    void setPendingDownload(DownloadHandler handler, std::shared_ptr<BinaryDestination> destination = nullptr);
     void clearPendingDownload();
 
     // ---- incoming frames (I/O thread; public for tests that drive the dispatcher) ----
 
     void dispatchIncommingJson(const std::string& text);
     void dispatchIncommingBinary(std::string&& data);
+    /// A binary frame written into `destination`; it completes the download armed with it.
+    void dispatchIncommingBinary(std::shared_ptr<BinaryDestination> destination);
     void handleReply(const boost::json::object& message);
     void handleJobDone(const boost::json::object& message);
     void handleEvent(const boost::json::object& message);
@@ -180,6 +185,12 @@ public:
     /// Downloads the content (the first `limit` bytes; all for 0) as one binary frame.
     /// Bounded by the download time-out; cancelPendingOperations() ends it.
     [[nodiscard]] ErrorObject retrieveFullResource(const Resource& resource, std::string& out, std::uint64_t limit);
+    /// Same, writing the frame straight into `destination` (see BinaryDestination). On
+    /// success either `destination->filled` is set, or (a transport without destinations)
+    /// the whole frame is in `out`.
+    [[nodiscard]] ErrorObject retrieveFullResource(const Resource& resource,
+                                                   const std::shared_ptr<BinaryDestination>& destination,
+                                                   std::string& out, std::uint64_t limit);
 
     /// {"do":"/stop","queue":"flush"|"continue"} or {"do":"/stop"}; nothing when not connected.
     void sendStop(QueueStopModeEnum mode);

@@ -116,6 +116,8 @@ struct LinkJsonSession::Impl {
     // The download mutex guards the single pending download.
     std::mutex downloadMutex;
     std::shared_ptr<DownloadHandler> pendingDownload;
+    /// Armed with pendingDownload, and cleared with it.
+    std::shared_ptr<BinaryDestination> pendingDestination;
     std::uint64_t downloadGeneration = 0;
 };
 

@@ -14,7 +14,9 @@
 #include <boost/beast/websocket/ssl.hpp>
 #include <openssl/ssl.h>
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <future>
 
 namespace velmar {
@@ -32,6 +34,10 @@ namespace {
 constexpr std::size_t READ_MESSAGE_MAX = std::size_t{1} << 30;
 /// Text buffers that grew beyond this are released after their message.
 constexpr std::size_t KEEP_READ_BUFFER_CAPACITY = std::size_t{4} << 20;
+/// The first read of every message; small replies arrive whole in it.
+constexpr std::size_t FIRST_PART_BYTES = std::size_t{64} << 10;
+/// Each further read of a message that is not written into a destination.
+constexpr std::size_t REST_PART_BYTES = std::size_t{1} << 20;
 constexpr auto IDLE_TIMEOUT = std::chrono::seconds(15);
 
 unsigned parseProtocolVersion(std::string_view text) {
@@ -233,29 +239,132 @@ void LinkLlSession<Stream>::startServices() {
     });
 }
 
-// I/O thread. Messages are read straight into a std::string, so a binary message is handed
-// on by moving that string.
+// I/O thread. The first part of every message (at most FIRST_PART_BYTES) lands in
+// readBuffer_. A text message, or a binary one without an armed destination, continues there
+// and is handed on whole (a binary one by moving the string). A binary message with a
+// destination continues straight into the destination's ranges, so large results are written
+// once, into their final storage.
 template <class Stream>
 void LinkLlSession<Stream>::receiveService() {
     readDynamicBuffer_.emplace(readBuffer_, READ_MESSAGE_MAX);
-    ws_->async_read(*readDynamicBuffer_, [this](error_code ec, std::size_t) {
+    ws_->async_read_some(*readDynamicBuffer_, FIRST_PART_BYTES, [this](error_code ec, std::size_t) {
         if (ec) {
             fail();
             return;
         }
-        if (ws_->got_binary()) {
-            std::string message;
-            message.swap(readBuffer_);
-            if (binaryHandler_) binaryHandler_(std::move(message));
-        } else {
-            if (textHandler_) textHandler_(readBuffer_);
-            if (readBuffer_.capacity() > KEEP_READ_BUFFER_CAPACITY) {
-                std::string().swap(readBuffer_);
-            } else {
+        if (ws_->got_binary() && destinationProvider_) {
+            if (auto destination = destinationProvider_()) {
+                destination_ = std::move(destination);
+                destinationRange_ = 0;
+                destinationOffset_ = 0;
+                destination_->received = 0;
+                destination_->overflow.clear();
+                storeInDestination(readBuffer_.data(), readBuffer_.size());
                 readBuffer_.clear();
+                readIntoDestination();
+                return;
             }
         }
+        if (ws_->is_message_done()) {
+            finishBufferedMessage();
+        } else {
+            readRestOfMessage();
+        }
+    });
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::readRestOfMessage() {
+    ws_->async_read_some(*readDynamicBuffer_, REST_PART_BYTES, [this](error_code ec, std::size_t) {
+        if (ec) {
+            fail();
+            return;
+        }
+        if (ws_->is_message_done()) {
+            finishBufferedMessage();
+        } else {
+            readRestOfMessage();
+        }
+    });
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::finishBufferedMessage() {
+    if (ws_->got_binary()) {
+        std::string message;
+        message.swap(readBuffer_);
+        if (binaryHandler_) binaryHandler_(std::move(message));
+    } else {
+        if (textHandler_) textHandler_(readBuffer_);
+        if (readBuffer_.capacity() > KEEP_READ_BUFFER_CAPACITY) {
+            std::string().swap(readBuffer_);
+        } else {
+            readBuffer_.clear();
+        }
+    }
+    receiveService();
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::storeInDestination(const char* bytes, std::size_t count) {
+    auto& destination = *destination_;
+    destination.received += count;
+    while (count > 0 && destinationRange_ < destination.ranges.size()) {
+        const auto range = destination.ranges[destinationRange_];
+        const std::size_t n = std::min(count, range.size() - destinationOffset_);
+        std::memcpy(range.data() + destinationOffset_, bytes, n);
+        bytes += n;
+        count -= n;
+        destinationOffset_ += n;
+        if (destinationOffset_ == range.size()) {
+            ++destinationRange_;
+            destinationOffset_ = 0;
+        }
+    }
+    destination.overflow.append(bytes, count);
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::readIntoDestination() {
+    if (ws_->is_message_done()) {
+        auto destination = std::move(destination_);
+        destination->filled = true;
+        if (destinationHandler_) destinationHandler_(std::move(destination));
         receiveService();
+        return;
+    }
+    auto& ranges = destination_->ranges;
+    while (destinationRange_ < ranges.size() && destinationOffset_ == ranges[destinationRange_].size()) {
+        ++destinationRange_;
+        destinationOffset_ = 0;
+    }
+    if (destinationRange_ < ranges.size()) {
+        // Straight into the range: the bytes are already where they belong.
+        const auto range = ranges[destinationRange_];
+        ws_->async_read_some(
+            net::buffer(range.data() + destinationOffset_, range.size() - destinationOffset_),
+            [this](error_code ec, std::size_t count) {
+                if (ec) {
+                    destination_.reset();
+                    fail();
+                    return;
+                }
+                destination_->received += count;
+                destinationOffset_ += count;
+                readIntoDestination();
+            });
+        return;
+    }
+    // Beyond the ranges: through the scratch buffer into the overflow.
+    if (!scratch_) scratch_ = std::make_unique<char[]>(REST_PART_BYTES);
+    ws_->async_read_some(net::buffer(scratch_.get(), REST_PART_BYTES), [this](error_code ec, std::size_t count) {
+        if (ec) {
+            destination_.reset();
+            fail();
+            return;
+        }
+        storeInDestination(scratch_.get(), count);
+        readIntoDestination();
     });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "json_common/configuration/workstation_mode.hpp"
+#include "velmar_link_json/binary_destination.hpp"
 
 #include <chrono>
 #include <functional>
@@ -42,6 +43,11 @@ public:
     using StatusHandler = std::function<void(VelmarLinkConnectionStatusEnum)>;
     using TextHandler = std::function<void(const std::string&)>;
     using BinaryHandler = std::function<void(std::string&&)>;
+    /// Asked on the I/O thread when a binary message begins: the destination armed for it,
+    /// or null for the whole-message path.
+    using DestinationProvider = std::function<std::shared_ptr<BinaryDestination>()>;
+    /// Called on the I/O thread when a binary message has been written into a destination.
+    using DestinationHandler = std::function<void(std::shared_ptr<BinaryDestination>)>;
 
     virtual ~AbstractLinkLlSession() = default;
 
@@ -68,6 +74,13 @@ public:
     virtual void setConnectionStatusCallback(StatusHandler handler) = 0;
     virtual void setReceiveHandler(TextHandler handler) = 0;
     virtual void setReceiveBinaryHandler(BinaryHandler handler) = 0;
+    /// Binary messages for which `provider` returns a destination are written into it and
+    /// reported to `handler` instead of the binary handler. Transports without this keep
+    /// the whole-message path.
+    virtual void setBinaryDestinationHandlers(DestinationProvider provider, DestinationHandler handler) {
+        (void)provider;
+        (void)handler;
+    }
     /// Bounds connect(): the whole sequence and each handshake. Owner thread, before connect().
     virtual void setConnectionTimeout(std::chrono::milliseconds timeout) = 0;
 };

@@ -41,6 +41,10 @@ public:
     void setConnectionStatusCallback(StatusHandler handler) override { statusHandler_ = std::move(handler); }
     void setReceiveHandler(TextHandler handler) override { textHandler_ = std::move(handler); }
     void setReceiveBinaryHandler(BinaryHandler handler) override { binaryHandler_ = std::move(handler); }
+    void setBinaryDestinationHandlers(DestinationProvider provider, DestinationHandler handler) override {
+        destinationProvider_ = std::move(provider);
+        destinationHandler_ = std::move(handler);
+    }
     void setConnectionTimeout(std::chrono::milliseconds timeout) override { connectionTimeout_ = timeout; }
 
 private:
@@ -56,8 +60,18 @@ private:
     void* getSsl();
     /// WebSocket options: the handshake request, message size, time-outs and keep-alive pings.
     void configureWebsocket();
-    /// Reads one message after the other and hands each to the text or binary handler.
+    /// Reads one message after the other and hands each to the text or binary handler: the
+    /// first part of each message goes to readBuffer_, then the rest follows it there, or
+    /// into the armed destination for a binary message.
     void receiveService();
+    /// The rest of a message that goes to readBuffer_.
+    void readRestOfMessage();
+    /// The rest of a binary message that goes to destination_.
+    void readIntoDestination();
+    /// Appends received bytes to destination_: ranges first, then its overflow.
+    void storeInDestination(const char* bytes, std::size_t count);
+    /// The message in readBuffer_ has ended: hand it on and read the next one.
+    void finishBufferedMessage();
     /// Writes the queued text messages one at a time, in order.
     void sendService();
     /// A read or write failure: the connection ends and the status handler hears of it.
@@ -75,12 +89,20 @@ private:
     StatusHandler statusHandler_;
     TextHandler textHandler_;
     BinaryHandler binaryHandler_;
+    DestinationProvider destinationProvider_;
+    DestinationHandler destinationHandler_;
 
     // I/O thread only.
     std::string readBuffer_;
     /// Beast keeps a reference to the dynamic buffer while a read is in progress.
     std::optional<boost::asio::dynamic_string_buffer<char, std::char_traits<char>, std::allocator<char>>>
         readDynamicBuffer_;
+    /// The destination of the binary message being read, and the write position in it.
+    std::shared_ptr<BinaryDestination> destination_;
+    std::size_t destinationRange_ = 0;
+    std::size_t destinationOffset_ = 0;
+    /// Receives the bytes beyond a destination's ranges.
+    std::unique_ptr<char[]> scratch_;
     std::deque<std::string> sendQueue_;
     bool writing_ = false;
     bool closing_ = false;

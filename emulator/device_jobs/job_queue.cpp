@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace velmar::emulator {
 
@@ -441,6 +442,56 @@ EndpointResult JobQueue::info(const RequestContext& context) {
     return EndpointResult::success(json::object{{"job_info", jobInfo(*found->second)}});
 }
 
+// I/O thread. The new result keeps the old one's header (columns, job information) with the
+// new "number_of_rows"; column 0 holds r x 1e-3, column c > 0 holds c + r x 1e-9 in row r.
+EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
+    constexpr std::uint64_t MAX_ROWS = 40'000'000;
+    auto id = requireString(context.request, "job_id");
+    if (!id) return EndpointResult::failure(id.error());
+    auto rows = optionalUnsigned(context.request, "rows", 0, MAX_ROWS);
+    if (!rows) return EndpointResult::failure(rows.error());
+    std::lock_guard lock(mutex_);
+    const auto found = jobs_.find(*id);
+    if (found == jobs_.end()) {
+        return EndpointResult::failure(
+            ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::ID_NOT_FOUND, "job", "job_id", *id));
+    }
+    Job& job = *found->second;
+    const auto noResult = ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::NO_DC_RESULT, job.id);
+    if (!job.isEnded() || job.resultResourceId.empty()) return EndpointResult::failure(noResult);
+    auto old = model_.resources().info(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    if (!old || old->subType != "DATASET_DC") return EndpointResult::failure(noResult);
+    std::size_t columns = 0;
+    boost::system::error_code ec;
+    const json::value oldHeader(old->header);
+    if (const auto* dimensions = oldHeader.find_pointer("/job_data_header/dimensions", ec);
+        dimensions != nullptr && dimensions->is_array()) {
+        columns = dimensions->get_array().size();
+    }
+    const auto count = static_cast<std::size_t>(*rows);
+    std::string bytes(columns * count * sizeof(double), '\0');
+    for (std::size_t c = 0; c < columns; ++c) {
+        auto* out = bytes.data() + c * count * sizeof(double);
+        for (std::size_t r = 0; r < count; ++r) {
+            const auto row = static_cast<double>(r);
+            const double value = c == 0 ? row * 1e-3 : static_cast<double>(c) + row * 1e-9;
+            std::memcpy(out + r * sizeof(double), &value, sizeof(double));
+        }
+    }
+    auto header = old->header;
+    header["number_of_rows"] = *rows;
+    (void)model_.resources().remove(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    auto stored = model_.resources().createJobResult("job " + job.id, "DATASET_DC", job.id, std::move(header),
+                                                     std::move(bytes));
+    if (!stored) {
+        job.resultResourceId.clear();
+        return EndpointResult::failure(stored.error());
+    }
+    job.resultResourceId = stored->resourceId;
+    return EndpointResult::success(
+        json::object{{"resource_id", stored->resourceId}, {"number_of_rows", *rows}, {"columns", columns}});
+}
+
 EndpointResult JobQueue::list(const RequestContext& context) {
     bool excludeFinished = false;
     if (const auto* exclude = context.request.if_contains("exclude_finished");
@@ -477,6 +528,7 @@ std::shared_ptr<JobQueue> installDeviceJobs(DeviceModel& model, DeviceJobsOption
     endpoints.add("/job/list", [queue](const RequestContext& c) { return queue->list(c); });
     endpoints.add("/job/check_parameters",
                   [queue](const RequestContext& c) { return queue->checkParameters(c); });
+    endpoints.add("/emulator/make_dc_result", [queue](const RequestContext& c) { return queue->makeDcResult(c); });
     std::weak_ptr<JobQueue> weak = queue;
     model.setStopHandler([weak](const StopRequest& request) {
         if (auto self = weak.lock()) self->stop(request);

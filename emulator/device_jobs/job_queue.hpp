@@ -65,6 +65,9 @@ public:
     EndpointResult list(const RequestContext& context);
     EndpointResult checkParameters(const RequestContext& context);
     void stop(const StopRequest& request);
+    /// "/emulator/make_dc_result": replaces the DC result of an ended job by one of "rows"
+    /// deterministic rows (for benchmarks of large downloads).
+    EndpointResult makeDcResult(const RequestContext& context);
 
 private:
     struct Job;

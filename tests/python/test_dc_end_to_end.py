@@ -66,3 +66,27 @@ def test_discarded_result_data_is_reported(link):
     error = link.get_job_result_data(job)
     assert isinstance(error, velmar_link.ErrorObject)
     assert error.get_error_code_enum() == velmar_link.ErrorCodeEnum.RESULT_DATA_DISCARDED
+
+
+def test_large_result_is_read_into_the_tracks(link, emulator):
+    np = pytest.importorskip("numpy")
+    pytest.importorskip("websockets")
+    job = ramp()
+    run(link, job)
+    rows = 300_000  # 7.2 MB: many reads straight into each track
+    reply = emulator.control({"do": "/emulator/make_dc_result",
+                              "job_id": job.get_last_job_info().get_job_id(), "rows": rows})
+    assert reply["status"] == "SUCCESS", reply
+    assert reply["number_of_rows"] == rows and reply["columns"] == 3
+
+    result = link.get_job_result_data(job)
+    assert isinstance(result, DcDataset), result
+    assert result.get_row_count() == rows
+    index = np.arange(rows, dtype=np.float64)
+    assert np.array_equal(result.track_as_numpy(0), index * 1e-3)
+    assert np.array_equal(result.track_as_numpy(1), 1.0 + index * 1e-9)
+    assert np.array_equal(result.track_as_numpy(2), 2.0 + index * 1e-9)
+    assert result.get_job_info().get_job_id() == job.get_last_job_info().get_job_id()
+
+    missing = emulator.control({"do": "/emulator/make_dc_result", "job_id": "no-such-job", "rows": 1})
+    assert missing["status"] == "FAILED" and missing["error"]["code"] == "ID_NOT_FOUND"

@@ -8,6 +8,7 @@
 #include <boost/json/fwd.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <expected>
 #include <limits>
 #include <string>
@@ -112,6 +113,15 @@ std::expected<std::string, ErrorObject> dcDatasetToBinary(const DcDataset& datas
 DcDataset dcDatasetFromBinary(std::string_view payload, LiveDataHeader&& header, JobInfo&& jobInfo);
 /// Same, taking over the downloaded frame; its memory is released before returning.
 DcDataset dcDatasetFromBinary(std::string&& payload, LiveDataHeader&& header, JobInfo&& jobInfo);
+
+/// Tracks that a download wrote into directly: `tracks` (one per header column, all of one
+/// length R) received the first C x R x 8 bytes of a frame of `received` bytes in column
+/// order; `overflow` holds the bytes beyond them. The result equals dcDatasetFromBinary of the
+/// whole frame: a frame of exactly C x R x 8 bytes keeps the tracks as they are, a shorter one
+/// has its values moved into place within the tracks, which shrink, and a longer one is
+/// copied into new tracks of its own row count.
+DcDataset dcDatasetFromReceivedTracks(std::vector<std::vector<double>>&& tracks, std::uint64_t received,
+                                      std::string_view overflow, LiveDataHeader&& header, JobInfo&& jobInfo);
 
 /// Builds a dataset from an array of recorded live-data events: the "LIVE_DATA_HEADER" event
 /// gives the header at "/event/header", each "LIVE_DATA_ROWS" event rows at "/event/data"
