@@ -9,5 +9,7 @@ echo "build finished after $(( $(date +%s) - start )) s"
 status=0
 ctest --test-dir build/python --output-on-failure -j "$(nproc)" --timeout 300 || status=1
 (cd tests/python && python3 -m pytest -q -c ../../pyproject.toml --rootdir ../.. .) || status=1
+# The native suites once more under AddressSanitizer and UndefinedBehaviorSanitizer.
+scripts/test_sanitized.sh || status=1
 echo "all tests finished after $(( $(date +%s) - start )) s"
 exit $status
