@@ -2125,6 +2125,19 @@ class VelmarLink:
     operations that only succeed or fail return an ``ErrorObject``, falsy on success.
     """
     @staticmethod
+    def _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> WorkstationInfo | ErrorObject:
+        """
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
+        asks a workstation by address without a link.
+        
+        When the link is connected the connection is used; otherwise a short-lived connection to the
+        link's address is made.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
+        """
+    @staticmethod
     def get_library_revision() -> str:
         """
         () -> str
@@ -2135,6 +2148,21 @@ class VelmarLink:
     def get_supported_protocol_version() -> int:
         """
         :returns: the protocol version that this library speaks.
+        """
+    @staticmethod
+    def id(*args, **kwargs):
+        """
+        _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> velmar_link._velmar_link.WorkstationInfo | velmar_link._velmar_link.ErrorObject
+        
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
+        asks a workstation by address without a link.
+        
+        When the link is connected the connection is used; otherwise a short-lived connection to the
+        link's address is made.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
         """
     @staticmethod
     def is_ip_address(text: str) -> bool:
@@ -2153,6 +2181,18 @@ class VelmarLink:
             can be combined with bitwise OR operation.
         :param http_user: user name from the settings.
         :param http_password: password from the settings.
+        """
+    def _id_of_link(self, timeout: datetime.timedelta) -> WorkstationInfo | ErrorObject:
+        """
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
+        asks a workstation by address without a link.
+        
+        When the link is connected the connection is used; otherwise a short-lived connection to the
+        link's address is made.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
         """
     def append_to_resource(self, resource: Resource, data: typing.Any) -> ErrorObject:
         """
@@ -2326,15 +2366,6 @@ class VelmarLink:
         """
         :returns: :class:`velmar_link.WorkstationStatus` or :class:`velmar_link.ErrorObject`.
         """
-    def id(self, timeout: datetime.timedelta) -> WorkstationInfo | ErrorObject:
-        """
-        Query device identification without a persistent connection.
-        
-        When the link is connected the connection is used; otherwise a short-lived connection to the
-        link's address is made.
-        
-        :param timeout: :class:`datetime.timedelta` bounding each step.
-        """
     def is_connected(self) -> bool:
         """
         True if the link is connected.
@@ -2441,6 +2472,19 @@ class VelmarLinkExc:
     passed to :meth:`suppress_do_job_exception`.
     """
     @staticmethod
+    def _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> WorkstationInfo:
+        """
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
+        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
+        workstation by address without a link.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
+        :returns: :class:`velmar_link.WorkstationInfo`.
+        :raises velmar_link.VelmarLinkException: on failure.
+        """
+    @staticmethod
     def get_library_revision() -> str:
         """
         () -> str
@@ -2451,6 +2495,21 @@ class VelmarLinkExc:
     def get_supported_protocol_version() -> int:
         """
         :returns: the protocol version that this library speaks.
+        """
+    @staticmethod
+    def id(*args, **kwargs):
+        """
+        _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> velmar_link._velmar_link.WorkstationInfo
+        
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
+        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
+        workstation by address without a link.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
+        :returns: :class:`velmar_link.WorkstationInfo`.
+        :raises velmar_link.VelmarLinkException: on failure.
         """
     @staticmethod
     def is_ip_address(text: str) -> bool:
@@ -2469,6 +2528,18 @@ class VelmarLinkExc:
             can be combined with bitwise OR operation.
         :param http_user: user name from the settings.
         :param http_password: password from the settings.
+        """
+    def _id_of_link(self, timeout: datetime.timedelta) -> WorkstationInfo:
+        """
+        Query device identification without a persistent connection.
+        
+        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
+        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
+        workstation by address without a link.
+        
+        :param timeout: :class:`datetime.timedelta` bounding each step.
+        :returns: :class:`velmar_link.WorkstationInfo`.
+        :raises velmar_link.VelmarLinkException: on failure.
         """
     def append_to_resource(self, resource: Resource, data: typing.Any) -> None:
         """
@@ -2648,14 +2719,6 @@ class VelmarLinkExc:
     def get_workstation_status(self) -> WorkstationStatus:
         """
         :returns: :class:`velmar_link.WorkstationStatus`.
-        :raises velmar_link.VelmarLinkException: on failure.
-        """
-    def id(self, timeout: datetime.timedelta) -> WorkstationInfo:
-        """
-        Query device identification without a persistent connection.
-        
-        :param timeout: :class:`datetime.timedelta` bounding each step.
-        :returns: :class:`velmar_link.WorkstationInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def is_connected(self) -> bool:
