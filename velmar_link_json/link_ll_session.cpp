@@ -265,11 +265,7 @@ void LinkLlSession<Stream>::receiveService() {
                 return;
             }
         }
-        if (ws_->is_message_done()) {
-            finishBufferedMessage();
-        } else {
-            readRestOfMessage();
-        }
+        continueBufferedMessage();
     });
 }
 
@@ -280,12 +276,17 @@ void LinkLlSession<Stream>::readRestOfMessage() {
             fail();
             return;
         }
-        if (ws_->is_message_done()) {
-            finishBufferedMessage();
-        } else {
-            readRestOfMessage();
-        }
+        continueBufferedMessage();
     });
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::continueBufferedMessage() {
+    if (ws_->is_message_done()) {
+        finishBufferedMessage();
+    } else {
+        readRestOfMessage();
+    }
 }
 
 template <class Stream>

@@ -70,6 +70,8 @@ private:
     void readIntoDestination();
     /// Appends received bytes to destination_: ranges first, then its overflow.
     void storeInDestination(const char* bytes, std::size_t count);
+    /// Reads on while the buffered message has more parts, then hands it over. I/O thread.
+    void continueBufferedMessage();
     /// The message in readBuffer_ has ended: hand it on and read the next one.
     void finishBufferedMessage();
     /// Writes the queued text messages one at a time, in order.
