@@ -1,11 +1,14 @@
 #pragma once
 
+#include <boost/describe/enum.hpp>
+
 #include <cstdint>
 
 namespace velmar {
 
 /// The status of a job as the device reports it.
 enum class JobStatusEnum : std::uint32_t { UNKNOWN = 0, PENDING = 1, RUNNING = 2, FINISHED = 3, FAILED = 4, DELETED = 5 };
+BOOST_DESCRIBE_ENUM(JobStatusEnum, UNKNOWN, PENDING, RUNNING, FINISHED, FAILED, DELETED)
 
 /// Why a job ended (or that it has not ended yet).
 enum class JobStatusDetailEnum : std::uint32_t {
@@ -20,12 +23,17 @@ enum class JobStatusDetailEnum : std::uint32_t {
     CONNECTION_LOSS = 8,
     RUNTIME_ERROR = 9,
 };
+BOOST_DESCRIBE_ENUM(JobStatusDetailEnum, NOT_FINISHED, RUN_TO_COMPLETION, NOT_CONNECTED, FAILED_TO_CREATE,
+                    CANCELLED_BEFORE_RUN, STOPPED_BY_USER, FUNCTIONAL_LIMIT_OCCURRED, SAFETY_LIMIT_OCCURRED,
+                    CONNECTION_LOSS, RUNTIME_ERROR)
 
 /// How much drift correction an impedance measurement applies (computed by the device).
 enum class DriftCorrection : std::uint32_t { FULL = 0, DC_ONLY = 1, OFF = 2 };
+BOOST_DESCRIBE_ENUM(DriftCorrection, FULL, DC_ONLY, OFF)
 
 /// What the device does with the queued jobs when it is stopped.
 enum class QueueStopModeEnum : std::uint32_t { QUEUE_STOP_MODE_FLUSH = 0, QUEUE_STOP_MODE_CONTINUE = 1 };
+BOOST_DESCRIBE_ENUM(QueueStopModeEnum, QUEUE_STOP_MODE_FLUSH, QUEUE_STOP_MODE_CONTINUE)
 
 }  // namespace velmar
 
