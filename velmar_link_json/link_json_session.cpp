@@ -1,27 +1,25 @@
 #include "velmar_link_json/link_json_session.hpp"
 
-#include "velmar_link_json/events/velmar_link_event_handler.hpp"
-
 #include "json_common/base64.hpp"
+#include "json_common/enum_names.hpp"
 #include "json_common/exact_json.hpp"
 #include "json_common/logging/error_factory.hpp"
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/error_object_json.hpp"
-#include "velmar_link_json/jobs/abstract_measurement_job.hpp"
-#include "velmar_link_json/jobs/common/job_info.hpp"
-#include "velmar_link_json/link_json_session_impl.hpp"
-
+#include "json_common/logging/exception_text.hpp"
 #include "velmar_link_json/binary_destination.hpp"
+#include "velmar_link_json/events/velmar_link_event_handler.hpp"
+#include "velmar_link_json/link_json_session_impl.hpp"
+#include "velmar_link_json/session_finite_numbers.hpp"
+#include "velmar_link_json/session_messages.hpp"
+#include "velmar_link_json/session_requests.hpp"
 
 #include <boost/asio/post.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/json.hpp>
+#include <boost/uuid/uuid_io.hpp>
 
-#include <bit>
-#include <condition_variable>
-#include <sched.h>
-#include <future>
 #include <iostream>
-#include <random>
 
 namespace velmar {
 
@@ -30,173 +28,128 @@ namespace json = boost::json;
 using ErrorCode = ErrorCodeEnum;
 
 // ---------------------------------------------------------------------------------------------
-// Request identifiers
+// The runtime of a connected session: the steady clock and the connection's I/O context.
 
 namespace {
 
-void quarterRound(std::array<std::uint32_t, 16>& x, int a, int b, int c, int d) {
-    x[a] += x[b]; x[d] = std::rotl(x[d] ^ x[a], 16);
-    x[c] += x[d]; x[b] = std::rotl(x[b] ^ x[c], 12);
-    x[a] += x[b]; x[d] = std::rotl(x[d] ^ x[a], 8);
-    x[c] += x[d]; x[b] = std::rotl(x[b] ^ x[c], 7);
-}
+class AsioRuntime final : public SessionRuntime {
+public:
+    AsioRuntime(net::io_context& context, const std::atomic<std::thread::id>& ioThread)
+        : context_(context), ioThread_(ioThread) {}
 
-}  // namespace
+    TimePoint now() const override { return Clock::now(); }
 
-ChaChaUuidGenerator::ChaChaUuidGenerator() {
-    // "expand 32-byte k", a random key and nonce, block counter 0.
-    state_[0] = 0x61707865;
-    state_[1] = 0x3320646e;
-    state_[2] = 0x79622d32;
-    state_[3] = 0x6b206574;
-    std::random_device device;
-    for (std::size_t i = 4; i < 12; ++i) state_[i] = device();
-    state_[12] = 0;
-    state_[13] = 0;
-    state_[14] = device();
-    state_[15] = device();
-}
-
-void ChaChaUuidGenerator::refill() {
-    block_ = state_;
-    for (int round = 0; round < 10; ++round) {
-        quarterRound(block_, 0, 4, 8, 12);
-        quarterRound(block_, 1, 5, 9, 13);
-        quarterRound(block_, 2, 6, 10, 14);
-        quarterRound(block_, 3, 7, 11, 15);
-        quarterRound(block_, 0, 5, 10, 15);
-        quarterRound(block_, 1, 6, 11, 12);
-        quarterRound(block_, 2, 7, 8, 13);
-        quarterRound(block_, 3, 4, 9, 14);
+    void runAt(TimePoint at, std::function<void()> task) override {
+        net::post(context_, [this, at, task = std::move(task)]() mutable {
+            auto timer = std::make_shared<net::steady_timer>(context_, at);
+            timer->async_wait([timer, task = std::move(task)](boost::system::error_code ec) {
+                if (!ec) task();
+            });
+        });
     }
-    for (std::size_t i = 0; i < 16; ++i) block_[i] += state_[i];
-    if (++state_[12] == 0) ++state_[13];
-    used_ = 0;
-}
 
-std::string ChaChaUuidGenerator::next() {
-    if (used_ + 4 > block_.size()) refill();
-    std::array<unsigned char, 16> bytes{};
-    for (std::size_t i = 0; i < 4; ++i) {
-        const auto word = block_[used_ + i];
-        for (std::size_t b = 0; b < 4; ++b) bytes[i * 4 + b] = static_cast<unsigned char>(word >> (8 * b));
-    }
-    used_ += 4;
-    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40);
-    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80);
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    text.reserve(36);
-    for (std::size_t i = 0; i < 16; ++i) {
-        if (i == 4 || i == 6 || i == 8 || i == 10) text.push_back('-');
-        text.push_back(digits[bytes[i] >> 4]);
-        text.push_back(digits[bytes[i] & 0x0F]);
-    }
-    return text;
-}
+    bool isIoThread() const override { return ioThread_.load() == std::this_thread::get_id(); }
 
-// ---------------------------------------------------------------------------------------------
-// Helpers
+    bool wait(SessionSignal& signal, TimePoint deadline) override { return signal.waitUntil(deadline); }
 
-namespace {
-
-json::object failureReply(const std::string& requestId, json::value error) {
-    return json::object{{"type", "REPLY"}, {"request_id", requestId}, {"status", "FAILED"}, {"error", std::move(error)}};
-}
-
-json::value cancellationError(CancellationReason reason) {
-    return reason == CancellationReason::CONNECTION_LOSS
-               ? ErrorFactory::makeJsonError<ErrorCode::CONNECTION_WAS_CLOSED>()
-               : ErrorFactory::makeJsonError<ErrorCode::STOPPED_MANUALLY>();
-}
-
-json::object jobCancellationMessage(const std::string& requestId, const AbstractMeasurementJob* job,
-                                    CancellationReason reason) {
-    const auto detail = reason == CancellationReason::CONNECTION_LOSS ? JobStatusDetailEnum::CONNECTION_LOSS
-                                                                      : JobStatusDetailEnum::STOPPED_BY_USER;
-    ErrorObject error = reason == CancellationReason::CONNECTION_LOSS
-                            ? ErrorFactory::makeError<ErrorCode::CONNECTION_WAS_CLOSED>()
-                            : ErrorFactory::makeError<ErrorCode::STOPPED_MANUALLY>();
-    JobInfo info = job != nullptr ? job->getLastJobInfo() : JobInfo{};
-    info.setFailed(ErrorObject(error), detail, JobStatusEnum::FAILED);
-    return json::object{
-        {"type", "JOB_DONE"},
-        {"request_id", requestId},
-        {"error", errorObjectToJson(error)},
-        {"job_id", job != nullptr ? std::string(job->getLastJobInfo().job_id) : std::string("void")},
-        {"status", "FAILED"},
-        {"status_detail", jobStatusDetailName(detail)},
-        {"job_info", jobInfoToJson(info)},
-    };
-}
-
-std::optional<std::string> requestIdOf(const json::object& message) {
-    const auto* value = message.if_contains("request_id");
-    if (value == nullptr || !value->is_string()) return std::nullopt;
-    const auto& text = value->get_string();
-    return std::string(text.data(), text.size());
-}
-
-constexpr std::array<std::string_view, 11> kEventTypeNames{
-    "UNKNOWN",         "JOB_STATUS_UPDATE", "MESSAGE_FROM_JOB", "MESSAGE_FROM_SERVER",
-    "JOB_DONE",        "LIVE_DATA_HEADER",  "LIVE_DATA_HEADER_EIS", "LIVE_DATA_ROWS",
-    "LIVE_DATA_ROW_EIS", "LIVE_DATA_WAVES", "LIVE_DATA_FINISHED",
+private:
+    net::io_context& context_;
+    const std::atomic<std::thread::id>& ioThread_;
 };
 
-std::string resourcePath(ResourceTypeEnum type, std::string_view operation) {
-    std::string path = "/";
-    path += resourceTypeName(type);
-    path += "/";
-    path += operation;
-    return path;
-}
-
-ErrorObject incompleteJson() { return ErrorObject(ErrorCode::JSON_MALFORMED, messages::JSON_INCOMPLETE); }
-
-ErrorObject malformedJson(std::string_view what) {
-    return ErrorObject(ErrorCode::JSON_MALFORMED, messages::JSON_MALFORMED, what);
-}
-
 }  // namespace
 
 // ---------------------------------------------------------------------------------------------
-// Construction and connection
+// Construction and runtime
 
 LinkJsonSession::Impl::Impl(LinkJsonSession& session, LinkLlSessionAbstractFactory* sessionFactory,
-                            std::unique_ptr<LinkLlSessionAbstractFactory> owned)
-    : self(session), ownedFactory(std::move(owned)), factory(sessionFactory) {}
+                            std::unique_ptr<LinkLlSessionAbstractFactory> owned,
+                            std::shared_ptr<SessionRuntime> injected)
+    : self(session), ownedFactory(std::move(owned)), factory(sessionFactory), injectedRuntime(std::move(injected)) {}
 
 LinkJsonSession::LinkJsonSession(LinkLlSessionAbstractFactory* factory)
-    : impl_(std::make_unique<Impl>(*this, factory, nullptr)) {}
+    : impl_(std::make_unique<Impl>(*this, factory, nullptr, nullptr)) {}
+
+LinkJsonSession::LinkJsonSession(LinkLlSessionAbstractFactory* factory, std::shared_ptr<SessionRuntime> runtime)
+    : impl_(std::make_unique<Impl>(*this, factory, nullptr, std::move(runtime))) {}
 
 LinkJsonSession::LinkJsonSession(std::string host, std::string port, unsigned flags, std::string user,
                                  std::string password) {
     auto factory = std::make_unique<LinkLlSessionFactory<LinkLlSession>>(
         std::move(host), std::move(port), flags, std::move(user), std::move(password));
     auto* raw = factory.get();
-    impl_ = std::make_unique<Impl>(*this, raw, std::move(factory));
+    impl_ = std::make_unique<Impl>(*this, raw, std::move(factory), nullptr);
 }
 
 LinkJsonSession::~LinkJsonSession() {
     setConnectionStatusCallback({});
     disconnect();
+    impl_->teardown();
 }
+
+SessionRuntime* LinkJsonSession::Impl::runtime() const {
+    if (injectedRuntime) return injectedRuntime.get();
+    return connection ? connection->runtime.get() : nullptr;
+}
+
+LinkJsonSession::Impl::TimePoint LinkJsonSession::Impl::now() const {
+    return injectedRuntime ? injectedRuntime->now() : Clock::now();
+}
+
+bool LinkJsonSession::Impl::isIoThread() const {
+    return injectedRuntime ? injectedRuntime->isIoThread() : ioThread.load() == std::this_thread::get_id();
+}
+
+bool LinkJsonSession::Impl::waitFor(SessionSignal& signal, TimePoint deadline) {
+    return injectedRuntime ? injectedRuntime->wait(signal, deadline) : signal.waitUntil(deadline);
+}
+
+int LinkJsonSession::Impl::resolveTimeout(int timeoutMs) const {
+    return timeoutMs < 1 ? static_cast<int>(requestTimeoutMs.load()) : timeoutMs;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Connection
+
+namespace {
+
+ErrorObject connectOutcomeError(int outcome, const LinkConnectionData& data) {
+    switch (outcome) {
+    case LinkConnectOutcome::RESOLVE_FAILED:
+        return ErrorObject(ErrorCode::CONNECTION_DNS_ERROR, messages::CONNECTION_DNS_ERROR, data.host + ":" + data.port);
+    case LinkConnectOutcome::TCP_CONNECT_FAILED: return ErrorObject(ErrorCode::CONNECTION_FAILED, messages::CONNECTION_FAILED);
+    case LinkConnectOutcome::TLS_SETUP_FAILED: return ErrorObject(ErrorCode::TLS_SETUP_FAILED, messages::TLS_SETUP_FAILED);
+    case LinkConnectOutcome::TLS_HANDSHAKE_FAILED:
+        return ErrorObject(ErrorCode::TLS_HANDSHAKE_FAILED, messages::TLS_HANDSHAKE_FAILED);
+    case LinkConnectOutcome::WEBSOCKET_HANDSHAKE_FAILED:
+        return ErrorObject(ErrorCode::FAILED_TO_ESTABLISH_WEBSOCKET_CONNECTION, messages::WEBSOCKET_FAILED);
+    case LinkConnectOutcome::UNAUTHORIZED: return ErrorObject(ErrorCode::UNAUTHORIZED, messages::UNAUTHORIZED);
+    case LinkConnectOutcome::PROTOCOL_VERSION_MISMATCH:
+        return ErrorObject(ErrorCode::PROTOCOL_VERSION_MISMATCH, messages::PROTOCOL_VERSION_MISMATCH);
+    default: return ErrorObject(ErrorCode::UNKNOWN_ERR, messages::UNKNOWN_ERROR);
+    }
+}
+
+}  // namespace
 
 ErrorObject LinkJsonSession::connect() {
     auto& d = *impl_;
     if (d.status.load() == VelmarLinkConnectionStatusEnum::CONNECTED) {
         return ErrorObject(ErrorCode::ALREADY_CONNECTED, messages::ALREADY_CONNECTED);
     }
+    if (d.isIoThread()) return sessionmsg::blockingCallError();
     d.teardown();
     try {
         d.connection = std::make_unique<Impl::Connection>();
-        auto* ll = d.factory->createSession(d.connection->context);
+        auto& connection = *d.connection;
+        auto* ll = d.factory->createSession(d.injectedRuntime ? d.idleContext : connection.context);
         if (ll == nullptr) {
             d.connection.reset();
             return ErrorObject(ErrorCode::CONNECTION_FAILED, messages::CONNECTION_OBJECT_FAILED);
         }
-        d.connection->ll = ll;
+        connection.ll = ll;
         ll->setConnectionTimeout(getConnectionTimeout());
+        ll->setMaxMessageSize(d.maxMessageSize.load());
         ll->setReceiveHandler([this](const std::string& text) { dispatchIncommingJson(text); });
         ll->setReceiveBinaryHandler([this](std::string&& data) { dispatchIncommingBinary(std::move(data)); });
         ll->setBinaryDestinationHandlers(
@@ -205,63 +158,58 @@ ErrorObject LinkJsonSession::connect() {
                 return d.pendingDownload ? d.pendingDestination : nullptr;
             },
             [this](std::shared_ptr<BinaryDestination> destination) { dispatchIncommingBinary(std::move(destination)); });
-        ll->setConnectionStatusCallback(
-            [&d](VelmarLinkConnectionStatusEnum status) { d.onTransportStatus(status); });
+        ll->setConnectionStatusCallback([&d](VelmarLinkConnectionStatusEnum status) { d.onTransportStatus(status); });
 
         const int outcome = ll->connect();
         if (outcome != LinkConnectOutcome::SUCCESS) {
             d.teardown();
-            const auto& data = d.factory->getConnectionData();
-            switch (outcome) {
-            case LinkConnectOutcome::RESOLVE_FAILED:
-                return ErrorObject(ErrorCode::CONNECTION_DNS_ERROR, messages::CONNECTION_DNS_ERROR,
-                                   data.host + ":" + data.port);
-            case LinkConnectOutcome::TCP_CONNECT_FAILED:
-                return ErrorObject(ErrorCode::CONNECTION_FAILED, messages::CONNECTION_FAILED);
-            case LinkConnectOutcome::TLS_SETUP_FAILED:
-                return ErrorObject(ErrorCode::TLS_SETUP_FAILED, messages::TLS_SETUP_FAILED);
-            case LinkConnectOutcome::TLS_HANDSHAKE_FAILED:
-                return ErrorObject(ErrorCode::TLS_HANDSHAKE_FAILED, messages::TLS_HANDSHAKE_FAILED);
-            case LinkConnectOutcome::WEBSOCKET_HANDSHAKE_FAILED:
-                return ErrorObject(ErrorCode::FAILED_TO_ESTABLISH_WEBSOCKET_CONNECTION, messages::WEBSOCKET_FAILED);
-            case LinkConnectOutcome::UNAUTHORIZED:
-                return ErrorObject(ErrorCode::UNAUTHORIZED, messages::UNAUTHORIZED);
-            case LinkConnectOutcome::PROTOCOL_VERSION_MISMATCH:
-                return ErrorObject(ErrorCode::PROTOCOL_VERSION_MISMATCH, messages::PROTOCOL_VERSION_MISMATCH);
-            default: return ErrorObject(ErrorCode::UNKNOWN_ERR, messages::UNKNOWN_ERROR);
-            }
+            return connectOutcomeError(outcome, d.factory->getConnectionData());
         }
         d.deviceProtocolVersion = ll->getDeviceProtocolVersion();
         {
             std::lock_guard lock(d.tableMutex);
-            d.sweepArmedAt = Impl::Clock::time_point::max();
+            d.sweepArmedAt = Impl::TimePoint::max();
         }
-        auto& connection = *d.connection;
-        connection.guard.emplace(connection.context.get_executor());
-        connection.thread = std::thread([&context = connection.context] {
-            // A handler that throws must not end the thread while the connection lives.
-            for (;;) {
-                try {
-                    context.run();
-                    return;
-                } catch (const std::exception& error) {
-                    std::cerr << "velmar_link: exception in I/O thread: " << error.what() << '\n';
+        if (!d.injectedRuntime) {
+            connection.runtime = std::make_unique<AsioRuntime>(connection.context, d.ioThread);
+            connection.guard.emplace(connection.context.get_executor());
+            connection.thread = std::thread([&d, &connection] {
+                d.ioThread = std::this_thread::get_id();
+                // Handlers catch their own faults; this is the last line, so that nothing thrown
+                // ends the thread while the connection lives.
+                for (;;) {
+                    try {
+                        connection.context.run();
+                        break;
+                    } catch (const std::exception& error) {
+                        std::cerr << "velmar_link: exception in I/O thread: " << exceptionText(error) << '\n';
+                    }
                 }
-            }
-        });
+                if (connection.closeOnExit.load()) {
+                    std::lock_guard lock(connection.llMutex);
+                    if (connection.ll != nullptr) d.factory->disposeSession(std::exchange(connection.ll, nullptr));
+                }
+            });
+        }
         d.status = VelmarLinkConnectionStatusEnum::CONNECTED;
         d.notifyStatus(VelmarLinkConnectionStatusEnum::CONNECTED);
         ll->startServices();
         return {};
     } catch (const std::exception& error) {
         d.teardown();
-        return ErrorObject(ErrorCode::UNEXPECTED_EXCEPTION, messages::UNEXPECTED_EXCEPTION, error.what());
+        return ErrorObject(ErrorCode::UNEXPECTED_EXCEPTION, messages::UNEXPECTED_EXCEPTION, exceptionText(error));
     }
 }
 
 void LinkJsonSession::disconnect() {
     auto& d = *impl_;
-    if (d.connection && d.connection->ll != nullptr) d.connection->ll->disconnect();
+    if (d.isIoThread()) {
+        d.disconnectOnIoThread();
+        return;
+    }
+    // Not under the transport lock: the close needs the I/O thread, which may be sending.
+    // A transport that a callback's disconnect hands to the I/O thread for disposal is skipped.
+    if (d.connection && !d.connection->closeOnExit.load() && d.connection->ll != nullptr) d.connection->ll->disconnect();
     d.teardown();
     cancelAllPendingOperations(CancellationReason::CONNECTION_LOSS);
     if (d.status.exchange(VelmarLinkConnectionStatusEnum::DISCONNECTED) == VelmarLinkConnectionStatusEnum::CONNECTED) {
@@ -269,15 +217,34 @@ void LinkJsonSession::disconnect() {
     }
 }
 
-// Owner thread: close, stop the context, join, then drop the low-level session and the context.
+// I/O thread (a callback asked): everything but the join happens now; the thread ends when the
+// callback has returned, disposes the transport (closing the socket) and is joined later.
+void LinkJsonSession::Impl::disconnectOnIoThread() {
+    const bool wasConnected =
+        status.exchange(VelmarLinkConnectionStatusEnum::DISCONNECTED) == VelmarLinkConnectionStatusEnum::CONNECTED;
+    self.cancelAllPendingOperations(CancellationReason::CONNECTION_LOSS);
+    if (wasConnected) notifyStatus(VelmarLinkConnectionStatusEnum::DISCONNECTED);
+    if (!connection) return;
+    if (injectedRuntime) {
+        std::lock_guard lock(connection->llMutex);
+        if (connection->ll != nullptr) connection->ll->disconnect();
+        return;
+    }
+    connection->closeOnExit = true;
+    connection->guard.reset();
+    connection->context.stop();
+}
+
+// Owner thread: stop the context, join, then drop the low-level session and the context.
 void LinkJsonSession::Impl::teardown() {
     if (!connection) return;
     connection->guard.reset();
     connection->context.stop();
     if (connection->thread.joinable()) connection->thread.join();
-    if (connection->ll != nullptr) {
-        factory->disposeSession(connection->ll);
-        connection->ll = nullptr;
+    ioThread = std::thread::id{};
+    {
+        std::lock_guard lock(connection->llMutex);
+        if (connection->ll != nullptr) factory->disposeSession(std::exchange(connection->ll, nullptr));
     }
     connection.reset();
 }
@@ -297,7 +264,19 @@ void LinkJsonSession::Impl::notifyStatus(VelmarLinkConnectionStatusEnum newStatu
         std::lock_guard lock(statusMutex);
         callback = statusCallback;
     }
-    if (callback && *callback) (*callback)(newStatus);
+    if (!callback || !*callback) return;
+    try {
+        (*callback)(newStatus);
+    } catch (const std::exception& error) {
+        std::cerr << "velmar_link: status callback failed: " << exceptionText(error) << '\n';
+    }
+}
+
+bool LinkJsonSession::Impl::transmit(std::string text) {
+    auto* current = connection.get();
+    if (current == nullptr) return false;
+    std::lock_guard lock(current->llMutex);
+    return current->ll != nullptr && current->ll->send(std::move(text));
 }
 
 bool LinkJsonSession::isConnected() const {
@@ -337,6 +316,9 @@ void LinkJsonSession::setDownloadTimeout(std::chrono::milliseconds timeout) {
     impl_->downloadTimeoutMs = timeout.count() < 1 ? DEFAULT_DOWNLOAD_TIMEOUT.count() : timeout.count();
 }
 
+void LinkJsonSession::setMaxMessageSize(std::size_t bytes) { impl_->maxMessageSize = bytes; }
+std::size_t LinkJsonSession::getMaxMessageSize() const { return impl_->maxMessageSize.load(); }
+
 unsigned LinkJsonSession::getDeviceProtocolVersion() const { return impl_->deviceProtocolVersion.load(); }
 
 LinkLlSessionAbstractFactory& LinkJsonSession::getFactory() { return *impl_->factory; }
@@ -346,90 +328,75 @@ const LinkLlSessionAbstractFactory& LinkJsonSession::getFactory() const { return
 // Requests
 
 std::string LinkJsonSession::generateRequestId() {
-    std::lock_guard lock(impl_->idMutex);
-    return impl_->ids.next();
+    boost::uuids::uuid id;
+    {
+        std::lock_guard lock(impl_->idMutex);
+        id = impl_->ids();
+    }
+    return boost::uuids::to_string(id);
 }
 
-int LinkJsonSession::Impl::resolveTimeout(int timeoutMs) const {
-    return timeoutMs < 1 ? static_cast<int>(requestTimeoutMs.load()) : timeoutMs;
-}
-
-void LinkJsonSession::sendRequest(json::object request, ReplyHandler handler, int timeoutMs) {
-    std::string requestId = generateRequestId();
-    if (!isConnected()) {
-        handler(failureReply(requestId, ErrorFactory::makeJsonError<ErrorCode::CONNECTION_NOT_ESTABLISHED>()));
+void LinkJsonSession::Impl::startRequest(const std::string& requestId, json::object& request, ReplyHandler handler,
+                                         int timeoutMs) {
+    if (status.load() != VelmarLinkConnectionStatusEnum::CONNECTED) {
+        handler(sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>()));
+        return;
+    }
+    if (auto path = findNonFiniteNumber(request)) {
+        handler(sessionmsg::failureReply(requestId, sessionmsg::notANumberError(*path)));
         return;
     }
     request["request_id"] = requestId;
-    sendRawRequest(requestId, json::serialize(request), std::move(handler), timeoutMs);
+    auto text = json::serialize(request);
+    self.addPendingRequest(requestId, std::move(handler), timeoutMs);
+    if (!transmit(std::move(text))) {
+        self.resolvePendingRequest(requestId,
+                                   sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_BROKEN>()));
+    }
 }
 
-namespace {
-
-/// The rendezvous of a blocking request. A reply on a loopback connection often arrives within
-/// a few tens of microseconds, so the waiter first spins briefly (only when the process may
-/// run on more than one CPU, so that the I/O thread is not starved) and then sleeps.
-class BlockingReply {
-public:
-    void set(const json::object& reply) {
-        {
-            std::lock_guard lock(mutex_);
-            reply_ = reply;
-            ready_.store(true, std::memory_order_release);
-        }
-        condition_.notify_one();
-    }
-
-    json::object wait() {
-        if (spinningHelps()) {
-            const auto until = std::chrono::steady_clock::now() + SPIN_BUDGET;
-            for (unsigned i = 1; !ready_.load(std::memory_order_acquire); ++i) {
-                if ((i & 63) == 0 && std::chrono::steady_clock::now() > until) break;
-#if defined(__x86_64__) || defined(__i386__)
-                __builtin_ia32_pause();
-#endif
-            }
-        }
-        std::unique_lock lock(mutex_);
-        condition_.wait(lock, [this] { return ready_.load(std::memory_order_acquire); });
-        return std::move(reply_);
-    }
-
-private:
-    static constexpr auto SPIN_BUDGET = std::chrono::microseconds(50);
-
-    static bool spinningHelps() {
-        cpu_set_t cpus;
-        CPU_ZERO(&cpus);
-        return sched_getaffinity(0, sizeof(cpus), &cpus) == 0 && CPU_COUNT(&cpus) > 2;
-    }
-
-    std::mutex mutex_;
-    std::condition_variable condition_;
-    std::atomic<bool> ready_{false};
-    json::object reply_;
-};
-
-}  // namespace
+void LinkJsonSession::sendRequest(json::object request, ReplyHandler handler, int timeoutMs) {
+    impl_->startRequest(generateRequestId(), request, std::move(handler), timeoutMs);
+}
 
 json::object LinkJsonSession::sendRequest(json::object request, int timeoutMs) {
-    auto rendezvous = std::make_shared<BlockingReply>();
-    sendRequest(
-        std::move(request), [rendezvous](const json::object& reply) { rendezvous->set(reply); }, timeoutMs);
-    return rendezvous->wait();
+    auto& d = *impl_;
+    const std::string requestId = generateRequestId();
+    if (d.isIoThread()) return sessionmsg::failureReply(requestId, sessionmsg::blockingCallError());
+    struct Rendezvous {
+        SessionSignal signal;
+        json::object reply;
+    };
+    auto rendezvous = std::make_shared<Rendezvous>();
+    const auto deadline = d.now() + std::chrono::milliseconds(d.resolveTimeout(timeoutMs));
+    d.startRequest(
+        requestId, request,
+        [rendezvous](const json::object& reply) {
+            rendezvous->reply = reply;
+            rendezvous->signal.set();
+        },
+        timeoutMs);
+    if (!d.waitFor(rendezvous->signal, deadline)) {
+        // The waiting thread enforces its own deadline, whatever the I/O thread is doing. An
+        // entry that is gone has had its handler called (or is having it called right now).
+        if (d.takePendingRequest(requestId)) {
+            return sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>());
+        }
+        rendezvous->signal.waitUntil(Impl::TimePoint::max());
+    }
+    return std::move(rendezvous->reply);
 }
 
 bool LinkJsonSession::sendRawRequest(const std::string& requestId, std::string text, ReplyHandler handler,
                                      int timeoutMs) {
     if (!isConnected()) {
-        handler(failureReply(requestId, ErrorFactory::makeJsonError<ErrorCode::CONNECTION_NOT_ESTABLISHED>()));
+        handler(sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>()));
         return false;
     }
     addPendingRequest(requestId, std::move(handler), timeoutMs);
-    auto* connection = impl_->connection.get();
-    if (connection == nullptr || connection->ll == nullptr || !connection->ll->send(std::move(text))) {
+    if (!impl_->transmit(std::move(text))) {
         resolvePendingRequest(requestId,
-                              failureReply(requestId, ErrorFactory::makeJsonError<ErrorCode::CONNECTION_BROKEN>()));
+                              sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_BROKEN>()));
         return false;
     }
     return true;
@@ -443,11 +410,11 @@ void LinkJsonSession::addPendingRequest(const std::string& requestId, ReplyHandl
     addRequestTimeout(requestId, timeoutMs);
 }
 
-// Deadlines share one timer on the I/O context: it is armed at the earliest deadline, and a
-// request that is answered in time only leaves the deadline index.
+// Deadlines share one timer: it is armed at the earliest deadline, and a request that is
+// answered in time only leaves the deadline index.
 void LinkJsonSession::addRequestTimeout(const std::string& requestId, int timeoutMs) {
     auto& d = *impl_;
-    const auto deadline = Impl::Clock::now() + std::chrono::milliseconds(d.resolveTimeout(timeoutMs));
+    const auto deadline = d.now() + std::chrono::milliseconds(d.resolveTimeout(timeoutMs));
     bool rearm = false;
     {
         std::lock_guard lock(d.tableMutex);
@@ -461,30 +428,35 @@ void LinkJsonSession::addRequestTimeout(const std::string& requestId, int timeou
             rearm = true;
         }
     }
-    if (rearm && d.connection) net::post(d.connection->context, [&d] { d.rearmSweep(); });
+    if (rearm) d.rearmSweep();
 }
 
 void LinkJsonSession::Impl::rearmSweep() {
-    Clock::time_point at;
+    TimePoint at;
     {
         std::lock_guard lock(tableMutex);
         at = sweepArmedAt;
     }
-    if (at == Clock::time_point::max() || !connection) return;
-    connection->sweepTimer.expires_at(at);
-    connection->sweepTimer.async_wait([this](boost::system::error_code ec) {
-        if (!ec) sweepExpired();
+    auto* current = runtime();
+    if (at == TimePoint::max() || current == nullptr) return;
+    current->runAt(at, [this, at] {
+        {
+            // A later arming for an earlier deadline has taken over.
+            std::lock_guard lock(tableMutex);
+            if (sweepArmedAt < at) return;
+        }
+        sweepExpired();
     });
 }
 
 void LinkJsonSession::Impl::sweepExpired() {
     std::vector<std::pair<std::string, ReplyHandler>> expired;
-    Clock::time_point next = Clock::time_point::max();
+    bool rearm = false;
     {
         std::lock_guard lock(tableMutex);
-        const auto now = Clock::now();
+        const auto current = now();
         auto it = deadlines.begin();
-        while (it != deadlines.end() && it->first <= now) {
+        while (it != deadlines.end() && it->first <= current) {
             auto entry = pendingRequests.find(it->second);
             if (entry != pendingRequests.end()) {
                 expired.emplace_back(entry->first, std::move(entry->second.handler));
@@ -492,76 +464,32 @@ void LinkJsonSession::Impl::sweepExpired() {
             }
             it = deadlines.erase(it);
         }
-        if (!deadlines.empty()) next = deadlines.begin()->first;
-        sweepArmedAt = next;
+        sweepArmedAt = deadlines.empty() ? TimePoint::max() : deadlines.begin()->first;
+        rearm = sweepArmedAt != TimePoint::max();
     }
-    if (next != Clock::time_point::max()) {
-        connection->sweepTimer.expires_at(next);
-        connection->sweepTimer.async_wait([this](boost::system::error_code ec) {
-            if (!ec) sweepExpired();
-        });
-    }
+    if (rearm) rearmSweep();
     for (auto& [requestId, handler] : expired) {
-        if (handler) handler(failureReply(requestId, ErrorFactory::makeJsonError<ErrorCode::OPERATION_TIMED_OUT>()));
+        if (handler) handler(sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>()));
     }
+}
+
+LinkJsonSession::ReplyHandler LinkJsonSession::Impl::takePendingRequest(const std::string& requestId) {
+    std::lock_guard lock(tableMutex);
+    auto entry = pendingRequests.find(requestId);
+    if (entry == pendingRequests.end()) return {};
+    ReplyHandler handler = std::move(entry->second.handler);
+    if (!handler) handler = [](const json::object&) {};
+    if (entry->second.hasDeadline) deadlines.erase(entry->second.deadline);
+    pendingRequests.erase(entry);
+    return handler;
 }
 
 void LinkJsonSession::resolvePendingRequest(const std::string& requestId, const json::object& message) {
-    ReplyHandler handler;
-    {
-        std::lock_guard lock(impl_->tableMutex);
-        auto entry = impl_->pendingRequests.find(requestId);
-        if (entry == impl_->pendingRequests.end()) return;
-        handler = std::move(entry->second.handler);
-        if (entry->second.hasDeadline) impl_->deadlines.erase(entry->second.deadline);
-        impl_->pendingRequests.erase(entry);
-    }
-    if (handler) handler(message);
+    if (auto handler = impl_->takePendingRequest(requestId)) handler(message);
 }
 
 // ---------------------------------------------------------------------------------------------
-// Jobs and operations
-
-void LinkJsonSession::addPendingJob(const std::string& requestId, ReplyHandler handler, AbstractMeasurementJob* job) {
-    std::lock_guard lock(impl_->tableMutex);
-    impl_->pendingJobs.insert_or_assign(requestId, Impl::PendingJob{std::move(handler), job});
-}
-
-void LinkJsonSession::updatePendingJob(const std::string& requestId, const json::object& message) {
-    AbstractMeasurementJob* job = nullptr;
-    {
-        std::lock_guard lock(impl_->tableMutex);
-        auto entry = impl_->pendingJobs.find(requestId);
-        if (entry == impl_->pendingJobs.end()) return;
-        job = entry->second.job;
-    }
-    if (job == nullptr) return;
-    JobInfo info = job->getLastJobInfo();
-    if (const auto* jobId = message.if_contains("job_id"); jobId != nullptr && jobId->is_string()) {
-        info.job_id = std::string(jobId->get_string());
-    }
-    if (const auto* status = message.if_contains("status"); status != nullptr && status->is_string()) {
-        if (auto parsed = jobStatusFromName(status->get_string())) info.status = *parsed;
-    }
-    job->setLastJobInfo(info);
-}
-
-void LinkJsonSession::resolvePendingJob(const std::string& requestId, const json::object& message) {
-    ReplyHandler handler;
-    {
-        std::lock_guard lock(impl_->tableMutex);
-        auto entry = impl_->pendingJobs.find(requestId);
-        if (entry == impl_->pendingJobs.end()) return;
-        handler = std::move(entry->second.handler);
-        impl_->pendingJobs.erase(entry);
-    }
-    if (handler) handler(message);
-}
-
-bool LinkJsonSession::removePendingJob(const std::string& requestId) {
-    std::lock_guard lock(impl_->tableMutex);
-    return impl_->pendingJobs.erase(requestId) > 0;
-}
+// Operations and cancellation
 
 void LinkJsonSession::addPendingOperation(PendingOperation operation) {
     std::lock_guard lock(impl_->tableMutex);
@@ -583,18 +511,22 @@ void LinkJsonSession::cancelAllPendingOperations(CancellationReason reason) {
         requests.swap(d.pendingRequests);
         jobs.swap(d.pendingJobs);
         d.deadlines.clear();
+        d.currentRunRequestId.clear();
         operations = d.pendingOperations;
     }
-    const json::value error = cancellationError(reason);
+    const ErrorObject error = sessionmsg::cancellationError(reason);
     for (auto& [requestId, entry] : requests) {
-        if (entry.handler) entry.handler(failureReply(requestId, error));
+        if (entry.handler) entry.handler(sessionmsg::failureReply(requestId, error));
     }
-    for (auto& [requestId, entry] : jobs) {
-        if (entry.handler) entry.handler(jobCancellationMessage(requestId, entry.job, reason));
+    // Runs with a waiting caller end through the cancellation of their wait (below); entries
+    // made by addPendingJob get the "JOB_DONE" that the workstation would have sent.
+    for (auto& [requestId, run] : jobs) {
+        if (run->handler) run->handler(sessionmsg::jobCancellationMessage(requestId, run->job, reason));
     }
     for (const auto& operation : operations) {
         if (operation && *operation) (*operation)(reason);
     }
+    d.jobWaits.emitSignal(sessionmsg::cancellationTypeOf(reason));
     std::shared_ptr<DownloadHandler> download;
     {
         std::lock_guard lock(d.downloadMutex);
@@ -602,7 +534,7 @@ void LinkJsonSession::cancelAllPendingOperations(CancellationReason reason) {
         d.pendingDestination.reset();
         ++d.downloadGeneration;
     }
-    if (download) (*download)(std::string(), errorObjectFromJson(error));
+    if (download) (*download)(std::string(), error);
 }
 
 void LinkJsonSession::cancelPendingOperations() { cancelAllPendingOperations(CancellationReason::MANUAL_STOP); }
@@ -672,17 +604,13 @@ void LinkJsonSession::setPendingDownload(DownloadHandler handler, std::shared_pt
         }
         (*current)(std::string(), std::move(error));
     };
-    if (!isConnected() || !d.connection) {
+    auto* current = d.runtime();
+    if (!isConnected() || current == nullptr) {
         expire(ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>());
         return;
     }
-    const auto timeout = std::chrono::milliseconds(d.downloadTimeoutMs.load());
-    net::post(d.connection->context, [&d, timeout, expire] {
-        d.connection->downloadTimer.expires_after(timeout);
-        d.connection->downloadTimer.async_wait([expire](boost::system::error_code ec) {
-            if (!ec) expire(ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>());
-        });
-    });
+    current->runAt(d.now() + std::chrono::milliseconds(d.downloadTimeoutMs.load()),
+                   [expire] { expire(ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>()); });
 }
 
 void LinkJsonSession::clearPendingDownload() {
@@ -697,27 +625,34 @@ void LinkJsonSession::clearPendingDownload() {
 // Incoming frames
 
 void LinkJsonSession::dispatchIncommingJson(const std::string& text) {
-    boost::system::error_code ec;
-    const json::value value = parseJsonExact(text, ec);
-    if (ec) {
-        std::cerr << "issue parsing incomming json " << ec.message() << '\n';
-        return;
-    }
-    const auto* object = value.if_object();
-    const json::value* type = object != nullptr ? object->if_contains("type") : nullptr;
-    if (type == nullptr || !type->is_string()) {
-        std::cerr << "missing property 'type'\n";
-        return;
-    }
-    const auto& name = type->get_string();
-    if (name == "REPLY") {
-        handleReply(*object);
-    } else if (name == "EVENT") {
-        handleEvent(*object);
-    } else if (name == "JOB_DONE") {
-        handleJobDone(*object);
-    } else {
-        std::cout << "received unknown type " << std::string_view(name.data(), name.size()) << std::endl;
+    // The boundary of the read loop: whatever a handler throws ends here, reported.
+    try {
+        boost::system::error_code ec;
+        const json::value value = parseJsonExact(text, ec);
+        if (ec) {
+            std::cerr << "issue parsing incomming json " << ec.message() << '\n';
+            return;
+        }
+        const auto* object = value.if_object();
+        const json::value* type = object != nullptr ? object->if_contains("type") : nullptr;
+        if (type == nullptr || !type->is_string()) {
+            std::cerr << "missing property 'type'\n";
+            return;
+        }
+        const auto& name = type->get_string();
+        if (name == "REPLY") {
+            handleReply(*object);
+        } else if (name == "EVENT") {
+            handleEvent(*object);
+        } else if (name == "JOB_DONE") {
+            handleJobDone(*object);
+        } else {
+            std::cout << "received unknown type " << std::string_view(name.data(), name.size()) << std::endl;
+        }
+    } catch (const std::exception& error) {
+        std::cerr << "velmar_link: frame dropped: " << exceptionText(error) << '\n';
+    } catch (...) {
+        std::cerr << "velmar_link: frame dropped: unknown exception\n";
     }
 }
 
@@ -747,11 +682,7 @@ void LinkJsonSession::dispatchIncommingBinary(std::shared_ptr<BinaryDestination>
 }
 
 void LinkJsonSession::handleReply(const json::object& message) {
-    if (auto requestId = requestIdOf(message)) resolvePendingRequest(*requestId, message);
-}
-
-void LinkJsonSession::handleJobDone(const json::object& message) {
-    if (auto requestId = requestIdOf(message)) resolvePendingJob(*requestId, message);
+    if (auto requestId = sessionmsg::requestIdOf(message)) resolvePendingRequest(*requestId, message);
 }
 
 void LinkJsonSession::handleEvent(const json::object& message) {
@@ -760,29 +691,30 @@ void LinkJsonSession::handleEvent(const json::object& message) {
     if (event == nullptr) return;
     const auto* typeValue = event->if_contains("type");
     if (typeValue == nullptr || !typeValue->is_string()) return;
-    const std::string_view typeName(typeValue->get_string().data(), typeValue->get_string().size());
-    std::optional<EventTypeEnum> type;
-    for (std::size_t i = 0; i < kEventTypeNames.size(); ++i) {
-        if (kEventTypeNames[i] == typeName) {
-            type = static_cast<EventTypeEnum>(i);
-            break;
-        }
-    }
+    const auto type = enumFromName<EventTypeEnum>(std::string_view(typeValue->get_string()));
     if (!type) return;
-    std::shared_ptr<EventHandler> handler;
-    std::shared_ptr<VelmarLinkEventHandler> applicationHandler;
+
+    impl_->routeEventToJob(*type, *event);
+
+    std::shared_ptr<EventHandler> observer;
+    std::shared_ptr<VelmarLinkEventHandler> application;
     {
         std::lock_guard lock(impl_->eventMutex);
-        auto entry = impl_->eventHandlers.find(*type);
-        if (entry != impl_->eventHandlers.end()) handler = entry->second;
-        auto application = impl_->applicationEventHandlers.find(*type);
-        if (application != impl_->applicationEventHandlers.end()) applicationHandler = application->second;
+        if (auto entry = impl_->eventHandlers.find(*type); entry != impl_->eventHandlers.end()) observer = entry->second;
+        if (auto entry = impl_->applicationEventHandlers.find(*type); entry != impl_->applicationEventHandlers.end()) {
+            application = entry->second;
+        }
     }
-    if (handler && *handler) (*handler)(*event);
-    if (applicationHandler) {
-        const auto& callback = applicationHandler->getRawCallback();
-        if (callback && *callback) (*callback)(*event);
-    }
+    const auto deliver = [&](const EventHandler* callback) {
+        if (callback == nullptr || !*callback) return;
+        try {
+            (*callback)(*event);
+        } catch (const std::exception& error) {
+            std::cerr << "velmar_link: " << enumName(*type) << " event handler failed: " << exceptionText(error) << '\n';
+        }
+    };
+    deliver(observer.get());
+    if (application) deliver(application->getRawCallback().get());
 }
 
 bool LinkJsonSession::wasSuccessful(const json::object& reply) {
@@ -797,72 +729,37 @@ ErrorObject LinkJsonSession::getError(const json::object& reply) {
 }
 
 // ---------------------------------------------------------------------------------------------
-// Typed requests
-
-template <class T>
-std::expected<T, ErrorObject> LinkJsonSession::Impl::requestRecord(json::object request, std::string_view key,
-                                                                   int timeoutMs) {
-    const auto reply = self.sendRequest(std::move(request), timeoutMs);
-    if (!wasSuccessful(reply)) return std::unexpected(getError(reply));
-    const auto* value = reply.if_contains(key);
-    if (value == nullptr || !value->is_object()) return std::unexpected(incompleteJson());
-    try {
-        return json::value_to<T>(*value);
-    } catch (const std::exception& error) {
-        return std::unexpected(malformedJson(error.what()));
-    }
-}
-
-template <class T>
-std::expected<std::vector<T>, ErrorObject> LinkJsonSession::Impl::requestList(json::object request,
-                                                                              std::string_view key) {
-    const auto reply = self.sendRequest(std::move(request), 0);
-    if (!wasSuccessful(reply)) return std::unexpected(getError(reply));
-    const auto* value = reply.if_contains(key);
-    if (value == nullptr || !value->is_array()) return std::unexpected(incompleteJson());
-    std::vector<T> result;
-    result.reserve(value->get_array().size());
-    try {
-        for (const auto& element : value->get_array()) result.push_back(json::value_to<T>(element));
-    } catch (const std::exception& error) {
-        return std::unexpected(malformedJson(error.what()));
-    }
-    return result;
-}
-
-ErrorObject LinkJsonSession::Impl::requestStatus(json::object request) {
-    const auto reply = self.sendRequest(std::move(request), 0);
-    if (!wasSuccessful(reply)) return getError(reply);
-    return {};
-}
+// Typed requests: each is one entry of the request table (session_requests.hpp).
 
 std::expected<WorkstationInfo, ErrorObject> LinkJsonSession::getWorkstationInfo(int timeoutMs) {
-    auto info = impl_->requestRecord<WorkstationInfo>(json::object{{"do", "/id"}}, "workstation", timeoutMs);
+    auto info = requests::call(*this, requests::WORKSTATION_INFO, {}, timeoutMs);
     if (info) info->protocol_version = getDeviceProtocolVersion();
     return info;
 }
 
 std::expected<WorkstationStatus, ErrorObject> LinkJsonSession::getWorkstationStatus() {
-    return impl_->requestRecord<WorkstationStatus>(json::object{{"do", "/status"}}, "workstation_status", 0);
+    return requests::call(*this, requests::WORKSTATION_STATUS);
 }
 
 std::expected<std::vector<WebsocketConnectionInfo>, ErrorObject> LinkJsonSession::getEcwConnectionList() {
-    return impl_->requestList<WebsocketConnectionInfo>(json::object{{"do", "/connection/list"}}, "connections");
+    return requests::call(*this, requests::CONNECTION_LIST);
 }
 
 std::expected<WebsocketConnectionInfo, ErrorObject> LinkJsonSession::getOwnConnectionInfo() {
-    return impl_->requestRecord<WebsocketConnectionInfo>(json::object{{"do", "/connection/id"}}, "connection", 0);
+    return requests::call(*this, requests::OWN_CONNECTION);
 }
 
 ErrorObject LinkJsonSession::dropEcwConnection(const WebsocketConnectionInfo& info) {
-    return impl_->requestStatus(json::object{{"do", "/connection/drop"}, {"connection_id", info.connection_id}});
+    return requests::status(requests::call(*this, requests::DROP_CONNECTION, {{"connection_id", info.connection_id}}));
 }
 
 std::expected<SettingsSet, ErrorObject> LinkJsonSession::getAllSettings() {
     const auto reply = sendRequest(json::object{{"do", "/settings/get"}}, 0);
     if (!wasSuccessful(reply)) return std::unexpected(getError(reply));
     const auto* settings = reply.if_contains("settings");
-    if (settings == nullptr || !settings->is_object()) return std::unexpected(incompleteJson());
+    if (settings == nullptr || !settings->is_object()) {
+        return std::unexpected(ErrorObject(ErrorCode::JSON_MALFORMED, messages::JSON_INCOMPLETE));
+    }
     return settingsFromJson(settings->get_object());
 }
 
@@ -875,17 +772,16 @@ ErrorObject LinkJsonSession::updateSettings(SettingsSet& settings) {
 }
 
 std::expected<Resource, ErrorObject> LinkJsonSession::createResource(ResourceTypeEnum type, const std::string& name) {
-    return impl_->requestRecord<Resource>(json::object{{"do", resourcePath(type, "create")}, {"name", name}},
-                                          "resource", 0);
+    return requests::call(*this, requests::RESOURCE_CREATE.at(type), {{"name", name}});
 }
 
 ErrorObject LinkJsonSession::appendToResource(const Resource& resource, std::string_view bytes) {
-    const auto path = resourcePath(resource.type, "append");
+    const auto op = requests::RESOURCE_APPEND.at(resource.type);
     std::size_t offset = 0;
     do {
         const auto chunk = bytes.substr(offset, Resource::DATA_CHUNK_SIZE_LIMIT);
-        auto error = impl_->requestStatus(
-            json::object{{"do", path}, {"resource_id", resource.resource_id}, {"data", encodeBase64(chunk)}});
+        auto error = requests::status(
+            requests::call(*this, op, {{"resource_id", resource.resource_id}, {"data", encodeBase64(chunk)}}));
         if (error) return error;
         offset += chunk.size();
     } while (offset < bytes.size());
@@ -894,16 +790,16 @@ ErrorObject LinkJsonSession::appendToResource(const Resource& resource, std::str
 
 ErrorObject LinkJsonSession::retrieveResource(const Resource& resource, std::string& out, std::uint64_t offset,
                                               std::uint64_t limit, std::uint64_t* totalSize) {
-    const auto reply = sendRequest(json::object{{"do", resourcePath(resource.type, "get")},
+    const auto reply = sendRequest(json::object{{"do", requests::resourcePath(resource.type, "get")},
                                                 {"resource_id", resource.resource_id},
                                                 {"offset", offset},
                                                 {"limit", limit}},
                                    0);
     if (!wasSuccessful(reply)) return getError(reply);
     const auto* data = reply.if_contains("data");
-    if (data == nullptr || !data->is_string()) return incompleteJson();
+    if (data == nullptr || !data->is_string()) return ErrorObject(ErrorCode::JSON_MALFORMED, messages::JSON_INCOMPLETE);
     auto decoded = decodeBase64(std::string_view(data->get_string().data(), data->get_string().size()));
-    if (!decoded) return malformedJson(decoded.error());
+    if (!decoded) return ErrorObject(ErrorCode::JSON_MALFORMED, messages::JSON_MALFORMED, decoded.error());
     out = std::move(*decoded);
     if (totalSize != nullptr) {
         const auto* total = reply.if_contains("resource_total_size");
@@ -914,18 +810,17 @@ ErrorObject LinkJsonSession::retrieveResource(const Resource& resource, std::str
 }
 
 ErrorObject LinkJsonSession::deleteResource(const Resource& resource) {
-    return impl_->requestStatus(
-        json::object{{"do", resourcePath(resource.type, "delete")}, {"resource_id", resource.resource_id}});
+    return requests::status(
+        requests::call(*this, requests::RESOURCE_DELETE.at(resource.type), {{"resource_id", resource.resource_id}}));
 }
 
 std::expected<std::vector<Resource>, ErrorObject> LinkJsonSession::getResourceList(ResourceTypeEnum type) {
-    return impl_->requestList<Resource>(json::object{{"do", resourcePath(type, "list")}}, "resources");
+    return requests::call(*this, requests::RESOURCE_LIST.at(type));
 }
 
 ErrorObject LinkJsonSession::getUpdatedResourceInfo(Resource& resource) {
-    auto updated = impl_->requestRecord<Resource>(
-        json::object{{"do", resourcePath(resource.type, "info")}, {"resource_id", resource.resource_id}}, "resource",
-        0);
+    auto updated =
+        requests::call(*this, requests::RESOURCE_INFO.at(resource.type), {{"resource_id", resource.resource_id}});
     if (!updated) return updated.error();
     resource = std::move(*updated);
     return {};
@@ -938,17 +833,24 @@ ErrorObject LinkJsonSession::retrieveFullResource(const Resource& resource, std:
 ErrorObject LinkJsonSession::retrieveFullResource(const Resource& resource,
                                                   const std::shared_ptr<BinaryDestination>& destination,
                                                   std::string& out, std::uint64_t limit) {
+    auto& d = *impl_;
     if (!isConnected()) return ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>();
-    using Outcome = std::pair<std::string, std::optional<ErrorObject>>;
-    auto promise = std::make_shared<std::promise<Outcome>>();
-    auto future = promise->get_future();
+    if (d.isIoThread()) return sessionmsg::blockingCallError();
+    struct Outcome {
+        SessionSignal signal;
+        std::string data;
+        std::optional<ErrorObject> error;
+    };
+    auto outcome = std::make_shared<Outcome>();
     // Armed before the request: the binary frame may follow the reply before this thread wakes.
     setPendingDownload(
-        [promise](std::string&& data, std::optional<ErrorObject> error) {
-            promise->set_value(Outcome(std::move(data), std::move(error)));
+        [outcome](std::string&& data, std::optional<ErrorObject> error) {
+            outcome->data = std::move(data);
+            outcome->error = std::move(error);
+            outcome->signal.set();
         },
         destination);
-    const auto reply = sendRequest(json::object{{"do", resourcePath(resource.type, "download")},
+    const auto reply = sendRequest(json::object{{"do", requests::resourcePath(resource.type, "download")},
                                                 {"resource_id", resource.resource_id},
                                                 {"limit", limit}},
                                    0);
@@ -956,22 +858,23 @@ ErrorObject LinkJsonSession::retrieveFullResource(const Resource& resource,
         clearPendingDownload();
         return getError(reply);
     }
-    auto outcome = future.get();
-    if (outcome.second) return std::move(*outcome.second);
-    out = std::move(outcome.first);
+    const auto deadline = d.now() + std::chrono::milliseconds(d.downloadTimeoutMs.load());
+    if (!d.waitFor(outcome->signal, deadline)) {
+        // The waiting thread's own deadline; a handler that runs meanwhile has nothing to wake.
+        clearPendingDownload();
+        if (!outcome->signal.isSet()) return ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>();
+    }
+    if (outcome->error) return std::move(*outcome->error);
+    out = std::move(outcome->data);
     return {};
 }
 
 void LinkJsonSession::sendStop(QueueStopModeEnum mode) {
-    if (!isConnected() || !impl_->connection || impl_->connection->ll == nullptr) return;
+    if (!isConnected()) return;
     switch (mode) {
-    case QueueStopModeEnum::QUEUE_STOP_MODE_FLUSH:
-        impl_->connection->ll->send(R"({"do":"/stop","queue":"flush"})");
-        break;
-    case QueueStopModeEnum::QUEUE_STOP_MODE_CONTINUE:
-        impl_->connection->ll->send(R"({"do":"/stop","queue":"continue"})");
-        break;
-    default: impl_->connection->ll->send(R"({"do":"/stop"})"); break;
+    case QueueStopModeEnum::QUEUE_STOP_MODE_FLUSH: impl_->transmit(R"({"do":"/stop","queue":"flush"})"); break;
+    case QueueStopModeEnum::QUEUE_STOP_MODE_CONTINUE: impl_->transmit(R"({"do":"/stop","queue":"continue"})"); break;
+    default: impl_->transmit(R"({"do":"/stop"})"); break;
     }
 }
 

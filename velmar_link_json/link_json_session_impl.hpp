@@ -2,42 +2,28 @@
 
 // Private to velmar_link_json: the state of LinkJsonSession.
 
+#include "velmar_link_json/jobs/common/cancellation_signals.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 #include "velmar_link_json/link_ll_session.hpp"
 
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/json/object.hpp>
+#include <boost/uuid/random_generator.hpp>
 
-#include <array>
 #include <atomic>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <thread>
 
 namespace velmar {
 
-/// Version-4 UUIDs from a ChaCha20 key stream, seeded once from the system's random device.
-/// Not thread-safe; the session guards it.
-class ChaChaUuidGenerator {
-public:
-    ChaChaUuidGenerator();
-    /// 36 characters, lower-case hexadecimal digits in groups 8-4-4-4-12.
-    std::string next();
-
-private:
-    void refill();
-
-    std::array<std::uint32_t, 16> state_{};
-    std::array<std::uint32_t, 16> block_{};
-    std::size_t used_ = 16;
-};
-
 struct LinkJsonSession::Impl {
-    using Clock = std::chrono::steady_clock;
-    using Deadlines = std::multimap<Clock::time_point, std::string>;
+    using Clock = SessionRuntime::Clock;
+    using TimePoint = SessionRuntime::TimePoint;
+    using Deadlines = std::multimap<TimePoint, std::string>;
 
     struct PendingRequest {
         ReplyHandler handler;
@@ -45,69 +31,137 @@ struct LinkJsonSession::Impl {
         bool hasDeadline = false;
     };
 
-    struct PendingJob {
-        ReplyHandler handler;
+    /// One run of one job, shared by the pending-job table, the I/O thread and the waiting
+    /// threads. The first ending (JOB_DONE, failed start, malformed live data, cancellation,
+    /// start time-out) is applied to the job under `mutex` and sets `done`; after that nothing
+    /// touches the job any more. Recursive: a live-data callback that cancels runs on the I/O
+    /// thread while it holds the lock.
+    struct JobRun {
+        std::string requestId;
         AbstractMeasurementJob* job = nullptr;
+        /// Set only by addPendingJob callers: they receive the "JOB_DONE" message themselves.
+        ReplyHandler handler;
+        std::recursive_mutex mutex;
+        JobEventHandler eventHandler;
+        /// The device's id from the start reply. I/O thread.
+        std::string jobId;
+        bool started = false;
+        bool completed = false;
+        TimePoint startDeadline = TimePoint::max();
+        /// A CancellationReason once the run's wait has been cancelled (-1 before). Any thread.
+        std::atomic<int> cancelReason{-1};
+        /// Set when the run has ended or its wait has been cancelled.
+        SessionSignal done;
     };
+    using JobRunPtr = std::shared_ptr<JobRun>;
 
     /// Everything that lives for one connection. Members are destroyed in reverse order, so
-    /// the timers and the low-level session go before the context they were made on.
+    /// the runtime and the low-level session go before the context they were made on.
     struct Connection {
         boost::asio::io_context context{1};
         std::optional<boost::asio::executor_work_guard<boost::asio::io_context::executor_type>> guard;
-        boost::asio::steady_timer sweepTimer{context};
-        boost::asio::steady_timer downloadTimer{context};
+        std::unique_ptr<SessionRuntime> runtime;
+        /// Guards `ll` against its disposal on the I/O thread after a disconnect from a callback.
+        std::mutex llMutex;
         AbstractLinkLlSession* ll = nullptr;
         std::thread thread;
+        /// Set by a disconnect on the I/O thread: the thread disposes the transport (closing
+        /// the socket) once the handler that asked for it has returned.
+        std::atomic<bool> closeOnExit{false};
     };
 
     Impl(LinkJsonSession& session, LinkLlSessionAbstractFactory* factory,
-         std::unique_ptr<LinkLlSessionAbstractFactory> owned);
+         std::unique_ptr<LinkLlSessionAbstractFactory> owned, std::shared_ptr<SessionRuntime> injected);
 
+    // ---- runtime ----
+    TimePoint now() const;
+    bool isIoThread() const;
+    /// Blocks until `signal` is set or `deadline` (on the session's clock) has passed.
+    bool waitFor(SessionSignal& signal, TimePoint deadline);
+    SessionRuntime* runtime() const;
+    int resolveTimeout(int timeoutMs) const;
+
+    // ---- connection ----
     // Owner thread.
     void teardown();
+    // I/O thread.
+    void disconnectOnIoThread();
     // I/O thread: the low-level session reports a status change.
     void onTransportStatus(VelmarLinkConnectionStatusEnum status);
     // Any thread: calls the status callback outside every lock.
     void notifyStatus(VelmarLinkConnectionStatusEnum status);
-    // I/O thread: arm the sweep timer at the earliest deadline.
-    void rearmSweep();
-    // I/O thread: fail every request whose deadline has passed.
-    void sweepExpired();
-    int resolveTimeout(int timeoutMs) const;
+    /// Hands the text to the transport; false when there is none or it refuses. Any thread.
+    bool transmit(std::string text);
 
-    template <class T>
-    std::expected<T, ErrorObject> requestRecord(boost::json::object request, std::string_view key, int timeoutMs);
-    template <class T>
-    std::expected<std::vector<T>, ErrorObject> requestList(boost::json::object request, std::string_view key);
-    ErrorObject requestStatus(boost::json::object request);
+    // ---- requests ----
+    /// The one path of every request: refuses non-finite numbers, sets "request_id", enters
+    /// the handler with its deadline, sends.
+    void startRequest(const std::string& requestId, boost::json::object& request, ReplyHandler handler,
+                      int timeoutMs);
+    /// Removes a pending request; its handler (if the entry was there).
+    ReplyHandler takePendingRequest(const std::string& requestId);
+    // I/O thread (runtime task): arm the sweep at the earliest deadline / fail the expired.
+    void rearmSweep();
+    void sweepExpired();
+
+    // ---- jobs ----
+    JobRunPtr findRun(const AbstractMeasurementJob& job);
+    JobRunPtr takeRun(const std::string& requestId);
+    /// Applies `apply` to the job of `run` unless it has ended; then marks it ended and wakes
+    /// its waiters. False when the run had ended already. Any thread.
+    template <class Apply>
+    bool completeRun(JobRun& run, Apply&& apply);
+    /// Records the cancellation and wakes the waiters; touches no job. Any thread.
+    void cancelRun(JobRun& run, CancellationReason reason);
+    /// A waiter that woke applies a recorded cancellation (unless the run ended otherwise).
+    void settleRun(JobRun& run);
+    /// Waits for `run` to end; the waiting thread enforces the start reply's deadline.
+    void awaitRun(const JobRunPtr& run);
+    // I/O thread.
+    void onStartReply(const JobRunPtr& run, const boost::json::object& reply);
+    void routeEventToJob(EventTypeEnum type, const boost::json::object& event);
+    void failRunOnMalformedEvent(const JobRunPtr& run, EventTypeEnum type, ErrorObject error);
 
     LinkJsonSession& self;
     std::unique_ptr<LinkLlSessionAbstractFactory> ownedFactory;
     LinkLlSessionAbstractFactory* factory;
+    /// The runtime given at construction (tests); null: each connection brings its own.
+    std::shared_ptr<SessionRuntime> injectedRuntime;
+    /// The context that factories build on when an injected runtime drives the session.
+    boost::asio::io_context idleContext{1};
 
     // Owner thread writes; other threads read it only while connected.
     std::unique_ptr<Connection> connection;
+    std::atomic<std::thread::id> ioThread{};
     std::atomic<VelmarLinkConnectionStatusEnum> status{VelmarLinkConnectionStatusEnum::DISCONNECTED};
     std::atomic<unsigned> deviceProtocolVersion{0};
     std::atomic<std::int64_t> requestTimeoutMs{DEFAULT_REQUEST_TIMEOUT.count()};
     std::atomic<std::int64_t> connectionTimeoutMs{DEFAULT_CONNECTION_TIMEOUT.count()};
     std::atomic<std::int64_t> downloadTimeoutMs{DEFAULT_DOWNLOAD_TIMEOUT.count()};
+    std::atomic<std::size_t> maxMessageSize{DEFAULT_MAX_MESSAGE_SIZE};
 
     std::mutex statusMutex;
     std::shared_ptr<StatusCallback> statusCallback;
 
     std::mutex idMutex;
-    ChaChaUuidGenerator ids;
+    boost::uuids::random_generator ids;
 
-    // The table mutex guards the pending requests, their deadlines, the pending jobs and the
-    // pending operations.
+    // The table mutex guards the pending requests, their deadlines, the pending jobs, the
+    // routing state and the pending operations.
     std::mutex tableMutex;
     std::map<std::string, PendingRequest, std::less<>> pendingRequests;
     Deadlines deadlines;
-    Clock::time_point sweepArmedAt = Clock::time_point::max();
-    std::map<std::string, PendingJob, std::less<>> pendingJobs;
+    TimePoint sweepArmedAt = TimePoint::max();
+    std::map<std::string, JobRunPtr, std::less<>> pendingJobs;
+    /// The run whose live-data header or RUNNING status came last: events without a job id
+    /// go there.
+    std::string currentRunRequestId;
+    /// Ids of runs failed by a malformed event; their remaining events are dropped quietly.
+    std::deque<std::string> failedJobIds;
     std::vector<PendingOperation> pendingOperations;
+
+    /// Waits on jobs (doJob, waitForJobToFinish) are cancelled through these.
+    CancellationSignals jobWaits;
 
     std::mutex eventMutex;
     std::map<EventTypeEnum, std::shared_ptr<EventHandler>> eventHandlers;

@@ -4,6 +4,7 @@
 #include "velmar_link_json/binary_destination.hpp"
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -83,6 +84,8 @@ public:
     }
     /// Bounds connect(): the whole sequence and each handshake. Owner thread, before connect().
     virtual void setConnectionTimeout(std::chrono::milliseconds timeout) = 0;
+    /// Messages larger than `bytes` are refused. Owner thread, before connect().
+    virtual void setMaxMessageSize(std::size_t bytes) { (void)bytes; }
 };
 
 /// Creates low-level sessions from stored connection data. Owner thread.

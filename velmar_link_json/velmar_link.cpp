@@ -3,7 +3,6 @@
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/library_version.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
-#include "velmar_link_json/jobs/job_runner.hpp"
 #include "velmar_link_json/link_ll_session.hpp"
 
 #include <boost/asio/ip/address.hpp>
@@ -39,6 +38,8 @@ void VelmarLink::setConnectionStatusCallback(std::function<void(VelmarLinkConnec
 
 void VelmarLink::setRequestTimeout(std::chrono::milliseconds timeout) { session_.setRequestTimeout(timeout); }
 void VelmarLink::setConnectionTimeout(std::chrono::milliseconds timeout) { session_.setConnectionTimeout(timeout); }
+void VelmarLink::setMaxMessageSize(std::size_t bytes) { session_.setMaxMessageSize(bytes); }
+std::size_t VelmarLink::getMaxMessageSize() const { return session_.getMaxMessageSize(); }
 
 void VelmarLink::setDestinationHost(const std::string& host, const std::string& port) {
     session_.getFactory().setDestinationHost(host, port);
@@ -102,19 +103,17 @@ std::expected<WorkstationInfo, ErrorObject> VelmarLink::id(const std::string& ho
     return probe.id(timeout);
 }
 
-ErrorObject VelmarLink::doJob(AbstractMeasurementJob& job) { return runJob(session_, job); }
-ErrorObject VelmarLink::waitForJobToFinish(AbstractMeasurementJob& job) { return waitForJob(session_, job); }
-ErrorObject VelmarLink::checkJobParameters(AbstractMeasurementJob& job) {
-    return velmar::checkJobParameters(session_, job);
-}
+ErrorObject VelmarLink::doJob(AbstractMeasurementJob& job) { return session_.doJob(job); }
+ErrorObject VelmarLink::waitForJobToFinish(AbstractMeasurementJob& job) { return session_.waitForJobToFinish(job); }
+ErrorObject VelmarLink::checkJobParameters(AbstractMeasurementJob& job) { return session_.checkJobParameters(job); }
 std::expected<JobInfo, ErrorObject> VelmarLink::getJobInfo(const AbstractMeasurementJob& job) {
-    return velmar::getJobInfo(session_, job);
+    return session_.getJobInfo(job);
 }
 std::expected<std::vector<JobInfo>, ErrorObject> VelmarLink::getJobInfoList(bool excludeFinishedJobs) {
-    return velmar::getJobInfoList(session_, excludeFinishedJobs);
+    return session_.getJobInfoList(excludeFinishedJobs);
 }
 std::expected<std::shared_ptr<DataSet>, ErrorObject> VelmarLink::getJobResultData(AbstractMeasurementJob& job) {
-    return velmar::getJobResultData(session_, job);
+    return session_.getJobResultData(job);
 }
 void VelmarLink::sendStop(QueueStopModeEnum mode) { session_.sendStop(mode); }
 

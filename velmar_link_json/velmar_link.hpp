@@ -44,6 +44,9 @@ public:
     void setConnectionStatusCallback(std::function<void(VelmarLinkConnectionStatusEnum)> callback);
     void setRequestTimeout(std::chrono::milliseconds timeout);
     void setConnectionTimeout(std::chrono::milliseconds timeout);
+    /// Messages larger than this are refused (default 256 MiB); applied at the next connect.
+    void setMaxMessageSize(std::size_t bytes);
+    [[nodiscard]] std::size_t getMaxMessageSize() const;
     /// Connection data for the next connect.
     void setDestinationHost(const std::string& host, const std::string& port);
     void setHttpAuthenticationInfo(const std::string& user, const std::string& password);
@@ -68,7 +71,7 @@ public:
                                                                         const std::string& port,
                                                                         std::chrono::milliseconds timeout);
 
-    // ---- jobs ----
+    // ---- jobs (see LinkJsonSession for the job protocol) ----
     [[nodiscard]] ErrorObject doJob(AbstractMeasurementJob& job);
     [[nodiscard]] ErrorObject waitForJobToFinish(AbstractMeasurementJob& job);
     [[nodiscard]] ErrorObject checkJobParameters(AbstractMeasurementJob& job);

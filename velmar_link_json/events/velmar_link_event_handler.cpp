@@ -1,13 +1,14 @@
 #include "velmar_link_json/events/velmar_link_event_handler.hpp"
 
 #include "json_common/detail/described_json.hpp"
+#include "json_common/enum_names.hpp"
+#include "json_common/logging/exception_text.hpp"
 #include "json_common/protocol/live_data_eis.hpp"
 #include "json_common/protocol/live_data_header.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
 
 #include <boost/json.hpp>
 
-#include <array>
 #include <iostream>
 #include <stdexcept>
 #include <tuple>
@@ -17,11 +18,6 @@ namespace velmar {
 namespace json = boost::json;
 
 namespace {
-
-constexpr std::array<std::string_view, 11> kEventTypeNames{
-    "UNKNOWN",          "JOB_STATUS_UPDATE",    "MESSAGE_FROM_JOB", "MESSAGE_FROM_SERVER",
-    "JOB_DONE",         "LIVE_DATA_HEADER",     "LIVE_DATA_HEADER_EIS", "LIVE_DATA_ROWS",
-    "LIVE_DATA_ROW_EIS", "LIVE_DATA_WAVES",     "LIVE_DATA_FINISHED"};
 
 std::string text(const json::object& event, std::string_view key) { return std::string(event.at(key).as_string()); }
 
@@ -38,7 +34,7 @@ std::shared_ptr<VelmarLinkEventHandler> makeHandler(EventTypeEnum type, Decode d
             try {
                 arguments.emplace(decode(event));
             } catch (const std::exception& error) {
-                std::cerr << "velmar_link events: malformed " << eventTypeName(type) << " event dropped: " << error.what()
+                std::cerr << "velmar_link events: malformed " << eventTypeName(type) << " event dropped: " << exceptionText(error)
                           << '\n';
                 return;
             }
@@ -46,7 +42,7 @@ std::shared_ptr<VelmarLinkEventHandler> makeHandler(EventTypeEnum type, Decode d
             try {
                 std::apply(callback, *arguments);
             } catch (const std::exception& error) {
-                std::cerr << "velmar_link events: " << eventTypeName(type) << " callback failed: " << error.what()
+                std::cerr << "velmar_link events: " << eventTypeName(type) << " callback failed: " << exceptionText(error)
                           << '\n';
             }
         });
@@ -56,15 +52,12 @@ std::shared_ptr<VelmarLinkEventHandler> makeHandler(EventTypeEnum type, Decode d
 }  // namespace
 
 std::string_view eventTypeName(EventTypeEnum type) {
-    const auto index = static_cast<std::size_t>(type);
-    return index < kEventTypeNames.size() ? kEventTypeNames[index] : kEventTypeNames[0];
+    const auto name = enumName(type);
+    return name.empty() ? enumName(EventTypeEnum::UNKNOWN) : name;
 }
 
 LogSeverityEnum logSeverityFromName(std::string_view name) {
-    if (name == "DEBUG") return LogSeverityEnum::DEBUG;
-    if (name == "MESSAGE") return LogSeverityEnum::MESSAGE;
-    if (name == "WARNING") return LogSeverityEnum::WARNING;
-    if (name == "CRITICAL_ERROR") return LogSeverityEnum::CRITICAL_ERROR;
+    if (const auto severity = enumFromName<LogSeverityEnum>(name)) return *severity;
     throw std::invalid_argument("unknown severity '" + std::string(name) + "'");
 }
 

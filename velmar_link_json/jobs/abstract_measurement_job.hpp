@@ -8,6 +8,7 @@
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 
+#include <atomic>
 #include <map>
 #include <string>
 #include <string_view>
@@ -39,9 +40,10 @@ public:
     virtual std::string getLastJobErrorMessage() const = 0;
     /// True exactly when the stored status is FINISHED.
     virtual bool wasSuccessful() const = 0;
-    /// Registers the job's live-data handlers with the session before the job starts.
+    /// Registers the job's live-data decoder with the session before the job starts; the
+    /// session routes to it the events of this job's run only.
     virtual void setEventHandlers(LinkJsonSession& session) = 0;
-    /// Removes them after the job has ended.
+    /// Removes it after the job has ended.
     virtual void removeEventHandlers(LinkJsonSession& session) = 0;
     virtual void setMetaData(const std::map<std::string, std::string>& metaData) = 0;
     virtual const std::map<std::string, std::string>& getMetaData() const = 0;
@@ -56,6 +58,22 @@ public:
     virtual int getType() const = 0;
     /// Decodes the result value of a single-value job from its "JOB_DONE" message.
     virtual void extractJobResult(const boost::json::object& message) = 0;
+
+    /// Marks the job as running on a link; false when a run (on any link) holds it already.
+    /// Any thread.
+    bool tryMarkRunning() noexcept { return !running_.flag.exchange(true); }
+    void clearRunning() noexcept { running_.flag.store(false); }
+    [[nodiscard]] bool isRunning() const noexcept { return running_.flag.load(); }
+
+private:
+    /// Not copied: a copy of a running job is a job that has not run.
+    struct RunningFlag {
+        std::atomic<bool> flag{false};
+        RunningFlag() = default;
+        RunningFlag(const RunningFlag&) noexcept {}
+        RunningFlag& operator=(const RunningFlag&) noexcept { return *this; }
+    };
+    RunningFlag running_;
 };
 BOOST_DESCRIBE_STRUCT(AbstractMeasurementJob::Parameterless, (), ())
 

@@ -21,7 +21,7 @@ boost::json::object makeJobRequestObject(std::string_view doPath, const Abstract
 
 /// The state shared by every job: the last job information, the stop conditions, the
 /// metadata and the options. Used from the caller's thread and, while the job runs, from the
-/// session's I/O thread; the job runner orders the two (the caller reads only after the
+/// session's I/O thread; the session orders the two (the caller reads only after the
 /// completion has been processed).
 class MeasurementJob : public AbstractMeasurementJob {
 public:

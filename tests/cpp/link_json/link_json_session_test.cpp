@@ -5,6 +5,8 @@
 
 #include "json_common/logging/error_object_json.hpp"
 #include "velmar_link_json/events/velmar_link_event_handler.hpp"
+#include "velmar_link_json/jobs/control/control_jobs.hpp"
+#include "velmar_link_json/jobs/dc/dc_jobs.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <gtest/gtest.h>
@@ -109,18 +111,129 @@ TEST_F(SessionTest, TimedOutRequestIgnoresItsLateReply) {
     EXPECT_TRUE(LinkJsonSession::wasSuccessful(next.get()));
 }
 
-TEST_F(SessionTest, DefaultAndChangedRequestTimeouts) {
-    session.setRequestTimeout(120ms);
-    auto started = std::chrono::steady_clock::now();
-    EXPECT_EQ(codeOf(session.sendRequest(json::object{{"do", "/status"}})), ErrorCodeEnum::OPERATION_TIMED_OUT);
-    const auto changed = std::chrono::steady_clock::now() - started;
-    EXPECT_GE(changed, 110ms);
-    EXPECT_LT(changed, 600ms);
-    session.setRequestTimeout(0ms);
-    EXPECT_EQ(session.getRequestTimeout(), 1000ms);
-    started = std::chrono::steady_clock::now();
-    EXPECT_EQ(codeOf(session.sendRequest(json::object{{"do", "/status"}}, -1)), ErrorCodeEnum::OPERATION_TIMED_OUT);
-    EXPECT_GE(std::chrono::steady_clock::now() - started, 950ms);
+TEST_F(SessionTest, ABusyIoThreadDoesNotExtendAnotherThreadsTimeOut) {
+    // The I/O thread stays in a handler until the blocked request has returned: if the
+    // time-out depended on the I/O thread, the request would never return.
+    std::promise<void> release;
+    auto released = release.get_future().share();
+    std::promise<void> entered;
+    auto busy = std::make_shared<LinkJsonSession::EventHandler>([&, released](const json::object&) {
+        entered.set_value();
+        released.wait();
+    });
+    session.setEventHandler(EventTypeEnum::MESSAGE_FROM_SERVER, busy);
+    state.injectText(R"({"type":"EVENT","event":{"type":"MESSAGE_FROM_SERVER"}})");
+    ASSERT_EQ(entered.get_future().wait_for(5s), std::future_status::ready);
+    auto request = std::async(std::launch::async, [&] { return session.sendRequest(json::object{{"do", "/status"}}, 50); });
+    const bool returned = request.wait_for(5s) == std::future_status::ready;
+    release.set_value();
+    ASSERT_TRUE(returned) << "the wait depended on the I/O thread";
+    EXPECT_EQ(codeOf(request.get()), ErrorCodeEnum::OPERATION_TIMED_OUT);
+}
+
+TEST_F(SessionTest, CallsFromAnEventHandlerDoNotBlockTheIoThread) {
+    std::promise<ErrorObject> outcome;
+    auto application = VelmarLinkEventHandler::makeLogMessageEventHandler(
+        [&](LogSeverityEnum, const std::string&, const std::string&) {
+            auto status = session.getWorkstationStatus();
+            outcome.set_value(status ? ErrorObject{} : status.error());
+        });
+    ASSERT_FALSE(session.setEventHandler(application));
+    const auto sentBefore = state.sent.size();
+    state.injectText(R"({"type":"EVENT","event":{"type":"MESSAGE_FROM_SERVER","severity":"DEBUG","date_time":"t","message":"m"}})");
+    auto future = outcome.get_future();
+    ASSERT_EQ(future.wait_for(5s), std::future_status::ready);
+    const auto error = future.get();
+    EXPECT_EQ(error.code, ErrorCodeEnum::UNEXPECTED_EXCEPTION);
+    EXPECT_EQ(error.getMessageFormatted(), "an unexpected exception occured: blocking call from a callback of the same link");
+    EXPECT_EQ(state.sent.size(), sentBefore);
+    // The I/O thread goes on.
+    auto [reply, text] = start(json::object{{"do", "/status"}});
+    state.injectText(replyText(requestIdOf(text)));
+    ASSERT_EQ(reply.wait_for(5s), std::future_status::ready);
+}
+
+TEST_F(SessionTest, DisconnectFromACallbackCompletesAndTheOwnerJoinsLater) {
+    auto [pending, text] = start(json::object{{"do", "/status"}});
+    std::promise<bool> connectedAfter;
+    std::atomic<int> statusCalls{0};
+    session.setConnectionStatusCallback([&](VelmarLinkConnectionStatusEnum) { ++statusCalls; });
+    auto application = VelmarLinkEventHandler::makeLogMessageEventHandler(
+        [&](LogSeverityEnum, const std::string&, const std::string&) {
+            session.disconnect();
+            connectedAfter.set_value(session.isConnected());
+        });
+    ASSERT_FALSE(session.setEventHandler(application));
+    state.injectText(R"({"type":"EVENT","event":{"type":"MESSAGE_FROM_SERVER","severity":"DEBUG","date_time":"t","message":"m"}})");
+    auto after = connectedAfter.get_future();
+    ASSERT_EQ(after.wait_for(5s), std::future_status::ready);
+    EXPECT_FALSE(after.get());
+    ASSERT_EQ(pending.wait_for(5s), std::future_status::ready);
+    EXPECT_EQ(codeOf(pending.get()), ErrorCodeEnum::CONNECTION_WAS_CLOSED);
+    EXPECT_EQ(statusCalls.load(), 1);
+    EXPECT_FALSE(session.isConnected());
+    EXPECT_EQ(session.getWorkstationStatus().error().code, ErrorCodeEnum::CONNECTION_NOT_ESTABLISHED);
+    session.setConnectionStatusCallback({});
+    ASSERT_FALSE(session.connect());  // joins the old I/O thread
+    EXPECT_EQ(state.disposed, 1);
+}
+
+std::string eventText(std::string_view type, std::string_view body) {
+    return std::string(R"({"type":"EVENT","event":{"type":")") + std::string(type) + "\"," + std::string(body) + "}}";
+}
+
+constexpr std::string_view kCvHeader = R"("header":{"measurement_type_short":"CV","measurement_type":"Cyclic Voltammetry",)"
+                                       R"("columns":{"dimensions":["t","U","I"],"units":["s","V","A"],"urns":["a","b","c"]}})";
+
+TEST_F(SessionTest, TwoJobsOnOneLinkReceiveOnlyTheirOwnLiveData) {
+    DcLiveDataHandler collectorA, collectorB;
+    CvJob jobA(CvParameters{}, collectorA.asFunction(), {{"name", "A"}});
+    CvJob jobB(CvParameters{}, collectorB.asFunction(), {{"name", "B"}});
+    auto runA = std::async(std::launch::async, [&] { return session.doJob(jobA); });
+    const auto firstText = state.waitForSent(1);
+    auto runB = std::async(std::launch::async, [&] { return session.doJob(jobB); });
+    const auto secondText = state.waitForSent(2);
+    ASSERT_FALSE(secondText.empty());
+    auto first = parsed(firstText);
+    auto second = parsed(secondText);
+    if (first.at("job").at("job_meta").at("name") != "A") std::swap(first, second);
+    const auto idA = std::string(first.at("request_id").as_string());
+    const auto idB = std::string(second.at("request_id").as_string());
+
+    state.injectText(replyText(idA, {{"job_id", "A"}}));
+    state.injectText(replyText(idB, {{"job_id", "B"}}));  // B waits in the device's queue
+    state.injectText(eventText("JOB_STATUS_UPDATE", R"("new_status":"RUNNING","job_info":{"job_id":"A"})"));
+    state.injectText(eventText("LIVE_DATA_HEADER", std::string(R"("job_id":"A",)") + std::string(kCvHeader)));
+    state.injectText(eventText("LIVE_DATA_ROWS", R"("job_id":"A","data":[[1,1,1]])"));
+    state.injectText(eventText("LIVE_DATA_ROWS", R"("data":[[2,2,2]])"));  // no id: the current job, A
+    state.injectText(eventText("LIVE_DATA_HEADER", std::string(R"("job_id":"B",)") + std::string(kCvHeader)));
+    state.injectText(eventText("LIVE_DATA_ROWS", R"("job_id":"A","data":[[3,3,3]])"));
+    state.injectText(eventText("LIVE_DATA_ROWS", R"("data":[[4,4,4]])"));  // no id: now B
+    state.injectText(R"({"type":"JOB_DONE","request_id":")" + idA + R"(","status":"FINISHED"})");
+    state.injectText(R"({"type":"JOB_DONE","request_id":")" + idB + R"(","status":"FINISHED"})");
+    ASSERT_EQ(runA.wait_for(5s), std::future_status::ready);
+    ASSERT_EQ(runB.wait_for(5s), std::future_status::ready);
+    EXPECT_FALSE(runA.get());
+    EXPECT_FALSE(runB.get());
+    EXPECT_EQ(collectorA.getDataset().getDcTrack("t"), (std::vector<double>{1, 2, 3}));
+    EXPECT_EQ(collectorB.getDataset().getDcTrack("t"), (std::vector<double>{4}));
+}
+
+TEST_F(SessionTest, TheSameJobHandedToASecondRunIsRefusedAndTheFirstGoesOn) {
+    SleepJob job;
+    auto run = std::async(std::launch::async, [&] { return session.doJob(job); });
+    const auto request = parsed(state.waitForSent(1));
+    const auto requestId = std::string(request.at("request_id").as_string());
+    state.injectText(replyText(requestId, {{"job_id", "only"}}));
+    const auto refused = session.doJob(job);
+    EXPECT_EQ(refused.code, ErrorCodeEnum::INVALID_PARAMETER);
+    EXPECT_EQ(refused.getMessageFormatted(), "job is already running");
+    EXPECT_EQ(state.sent.size(), 1u);
+    state.injectText(R"({"type":"JOB_DONE","request_id":")" + requestId +
+                     R"(","job_info":{"job_id":"only","status":"FINISHED","status_detail":"RUN_TO_COMPLETION"}})");
+    ASSERT_EQ(run.wait_for(5s), std::future_status::ready);
+    EXPECT_FALSE(run.get());
+    EXPECT_EQ(job.getLastJobInfo().job_id, "only");
 }
 
 TEST_F(SessionTest, MalformedFramesAreDroppedAndPendingRequestsStay) {

@@ -37,6 +37,10 @@ inline constexpr std::string_view CONNECTION_OBJECT_FAILED = "Unable to create c
 inline constexpr std::string_view REPLY_STATUS_INVALID = "reply status invalid";
 inline constexpr std::string_view EVENT_HANDLER_ALREADY_SET = "event handler already set";
 inline constexpr std::string_view DATASET_CAST_FAILED = "dataset type cast failed";
+inline constexpr std::string_view PARAMETER_NOT_A_NUMBER = "parameter '{0}' is not a number";
+inline constexpr std::string_view JOB_ALREADY_RUNNING = "job is already running";
+/// The parameter of UNEXPECTED_EXCEPTION for a blocking call made on the link's I/O thread.
+inline constexpr std::string_view BLOCKING_CALL_FROM_CALLBACK = "blocking call from a callback of the same link";
 inline constexpr std::string_view TOO_MANY_PARAMETERS = "Error: Too many parameters ({} > {}). Format string: '{}'";
 
 }  // namespace velmar::messages

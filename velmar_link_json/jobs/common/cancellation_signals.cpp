@@ -4,12 +4,28 @@
 
 namespace velmar {
 
-boost::asio::cancellation_slot CancellationSignals::slot() {
-    std::lock_guard lock(mutex_);
+boost::asio::cancellation_slot CancellationSignals::freeSlot() {
     const auto free = std::find_if(signals_.begin(), signals_.end(),
                                    [](boost::asio::cancellation_signal& signal) { return !signal.slot().has_handler(); });
     if (free != signals_.end()) return free->slot();
     return signals_.emplace_back().slot();
+}
+
+boost::asio::cancellation_slot CancellationSignals::slot() {
+    std::lock_guard lock(mutex_);
+    return freeSlot();
+}
+
+boost::asio::cancellation_slot CancellationSignals::connect(Handler handler) {
+    std::lock_guard lock(mutex_);
+    auto slot = freeSlot();
+    slot.assign(std::move(handler));
+    return slot;
+}
+
+void CancellationSignals::release(boost::asio::cancellation_slot& slot) {
+    std::lock_guard lock(mutex_);
+    slot.clear();
 }
 
 void CancellationSignals::emitSignal(boost::asio::cancellation_type type) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "json_common/logging/error_object.hpp"
+#include "json_common/protocol/event_type.hpp"
 #include "json_common/protocol/live_data_header.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
 #include "velmar_link_json/jobs/dc/dc_dataset.hpp"
@@ -8,6 +10,7 @@
 #include <boost/system/error_code.hpp>
 
 #include <cstddef>
+#include <expected>
 #include <functional>
 #include <memory>
 #include <span>
@@ -52,48 +55,50 @@ using DcLiveDataHandlerFunction = std::function<void(const DcLiveDataMessage&)>;
 /// `type`; a missing member, a member of another kind or a pointer error gives false.
 bool isEventOfType(boost::system::error_code& ec, const boost::json::value& message, std::string_view type);
 
-/// The live-data machinery shared by all DC job kinds: the caller's handlers and the three
-/// event callbacks registered with the session while the job runs.
-/// The callbacks run on the session's I/O thread and call the handlers in the order added;
+/// Decoders of the three DC live-data events. None throws: an event that cannot be read gives
+/// a text saying what is wrong with it.
+std::expected<LiveDataHeader, std::string> decodeDcLiveDataHeader(const boost::json::object& event);
+/// `columns`: the column count of the last header (0: no header yet, which is an error). Rows
+/// are arrays of exactly `columns` numbers, or Base64 text of whole binary rows.
+std::expected<DcLiveDataRowsMessage, std::string> decodeDcLiveDataRows(const boost::json::object& event,
+                                                                      std::size_t columns);
+/// "job_info" when present (it must be an object), otherwise `current`.
+std::expected<JobInfo, std::string> decodeDcLiveDataFinished(const boost::json::object& event, const JobInfo& current);
+
+/// The live-data machinery shared by all DC job kinds: the caller's handlers and the decoder
+/// that the session calls with the events of this job's run (routed by job id).
+/// Events are decoded and handlers called on the session's I/O thread, in the order added;
 /// handlers are added on the owner thread before the job starts. The owning job must outlive
-/// its run (the session holds callbacks bound to this object).
+/// its run.
 class DcMeasurementJobFeatures {
 public:
     explicit DcMeasurementJobFeatures(const AbstractMeasurementJob& job,
                                       std::vector<DcLiveDataHandlerFunction> handlers = {});
-    /// Copies the handlers for another job (the callbacks are not copied).
+    /// Copies the handlers for another job (the registration is not copied).
     DcMeasurementJobFeatures(const AbstractMeasurementJob& job, const DcMeasurementJobFeatures& other);
 
     void addLivedataEventHandler(DcLiveDataHandlerFunction&& handler);
     const std::vector<DcLiveDataHandlerFunction>& getLivedataEventHandlers() const { return handlers_; }
 
-    /// Registers header, rows and finished callbacks for "LIVE_DATA_HEADER", "LIVE_DATA_ROWS"
-    /// and "LIVE_DATA_FINISHED".
+    /// Registers handleEvent as the decoder of the job's run with the session.
     void setEventHandlers(LinkJsonSession& session);
-    /// Unregisters the callbacks registered by this object (others are left alone).
     void removeEventHandlers(LinkJsonSession& session);
 
-    /// Reads "header" as a LiveDataHeader and calls every handler with the header message.
-    /// Throws the JSON library's error when "header" is missing or malformed.
-    void headerEventHandler(const boost::json::object& event);
-    /// Reads "data" (which must be present): an array of number arrays, or Base64 text of
-    /// binary rows (see live_data_header.hpp) split by the header's column count. Throws the
-    /// JSON library's error on a missing key or a malformed value.
-    void rowEventHandler(const boost::json::object& event);
-    /// Reads "job_info" when present and calls every handler with the finished message.
-    void finishedEventHandler(const boost::json::object& event);
+    /// One event of the job: "LIVE_DATA_HEADER", "LIVE_DATA_ROWS" and "LIVE_DATA_FINISHED" are
+    /// decoded and passed to every handler; other types are ignored. An event that cannot be
+    /// read reaches no handler and gives JSON_MALFORMED "json malformed: {0}" saying why.
+    ErrorObject handleEvent(EventTypeEnum type, const boost::json::object& event);
+    ErrorObject headerEventHandler(const boost::json::object& event);
+    ErrorObject rowEventHandler(const boost::json::object& event);
+    ErrorObject finishedEventHandler(const boost::json::object& event);
 
 private:
     void dispatch(const DcLiveDataMessage& message) const;
 
     const AbstractMeasurementJob* job_;
     std::vector<DcLiveDataHandlerFunction> handlers_;
-    /// Columns of the last header, for Base64 rows.
+    /// Columns of the last header of the current run (0: none yet).
     std::size_t columns_ = 0;
-    using Callback = std::function<void(const boost::json::object&)>;
-    std::shared_ptr<Callback> headerCallback_;
-    std::shared_ptr<Callback> rowsCallback_;
-    std::shared_ptr<Callback> finishedCallback_;
 };
 
 /// Collects a job's live data into a DcDataset. Single-threaded use: call it from the
