@@ -336,8 +336,12 @@ std::string LinkJsonSession::generateRequestId() {
     return boost::uuids::to_string(id);
 }
 
-void LinkJsonSession::Impl::startRequest(const std::string& requestId, json::object& request, ReplyHandler handler,
-                                         int timeoutMs) {
+LinkJsonSession::Impl::TimePoint LinkJsonSession::Impl::deadlineAfter(int timeoutMs) const {
+    return now() + std::chrono::milliseconds(resolveTimeout(timeoutMs));
+}
+
+void LinkJsonSession::Impl::startRequest(const std::string& requestId, json::object& request, Completion handler,
+                                         std::optional<TimePoint> deadline) {
     if (status.load() != VelmarLinkConnectionStatusEnum::CONNECTED) {
         handler(sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_NOT_ESTABLISHED>()));
         return;
@@ -348,15 +352,24 @@ void LinkJsonSession::Impl::startRequest(const std::string& requestId, json::obj
     }
     request["request_id"] = requestId;
     auto text = json::serialize(request);
-    self.addPendingRequest(requestId, std::move(handler), timeoutMs);
+    enterRequest(requestId, std::move(handler), deadline);
     if (!transmit(std::move(text))) {
-        self.resolvePendingRequest(requestId,
-                                   sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_BROKEN>()));
+        resolveRequest(requestId, sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::CONNECTION_BROKEN>()));
     }
 }
 
+namespace {
+
+LinkJsonSession::Impl::Completion completionOf(LinkJsonSession::ReplyHandler handler) {
+    return [handler = std::move(handler)](json::object&& message) {
+        if (handler) handler(message);
+    };
+}
+
+}  // namespace
+
 void LinkJsonSession::sendRequest(json::object request, ReplyHandler handler, int timeoutMs) {
-    impl_->startRequest(generateRequestId(), request, std::move(handler), timeoutMs);
+    impl_->startRequest(generateRequestId(), request, completionOf(std::move(handler)), impl_->deadlineAfter(timeoutMs));
 }
 
 json::object LinkJsonSession::sendRequest(json::object request, int timeoutMs) {
@@ -368,17 +381,17 @@ json::object LinkJsonSession::sendRequest(json::object request, int timeoutMs) {
         json::object reply;
     };
     auto rendezvous = std::make_shared<Rendezvous>();
-    const auto deadline = d.now() + std::chrono::milliseconds(d.resolveTimeout(timeoutMs));
+    const auto deadline = d.deadlineAfter(timeoutMs);
+    // No deadline in the table: this thread enforces it, whatever the I/O thread is doing.
     d.startRequest(
         requestId, request,
-        [rendezvous](const json::object& reply) {
-            rendezvous->reply = reply;
+        [rendezvous](json::object&& reply) {
+            rendezvous->reply = std::move(reply);
             rendezvous->signal.set();
         },
-        timeoutMs);
+        std::nullopt);
     if (!d.waitFor(rendezvous->signal, deadline)) {
-        // The waiting thread enforces its own deadline, whatever the I/O thread is doing. An
-        // entry that is gone has had its handler called (or is having it called right now).
+        // An entry that is gone has had its handler called (or is having it called right now).
         if (d.takePendingRequest(requestId)) {
             return sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>());
         }
@@ -403,32 +416,32 @@ bool LinkJsonSession::sendRawRequest(const std::string& requestId, std::string t
 }
 
 void LinkJsonSession::addPendingRequest(const std::string& requestId, ReplyHandler handler, int timeoutMs) {
-    {
-        std::lock_guard lock(impl_->tableMutex);
-        impl_->pendingRequests.insert_or_assign(requestId, Impl::PendingRequest{std::move(handler), {}, false});
-    }
-    addRequestTimeout(requestId, timeoutMs);
+    impl_->enterRequest(requestId, completionOf(std::move(handler)), impl_->deadlineAfter(timeoutMs));
+}
+
+void LinkJsonSession::addRequestTimeout(const std::string& requestId, int timeoutMs) {
+    auto& d = *impl_;
+    if (auto handler = d.takePendingRequest(requestId)) d.enterRequest(requestId, std::move(handler), d.deadlineAfter(timeoutMs));
 }
 
 // Deadlines share one timer: it is armed at the earliest deadline, and a request that is
 // answered in time only leaves the deadline index.
-void LinkJsonSession::addRequestTimeout(const std::string& requestId, int timeoutMs) {
-    auto& d = *impl_;
-    const auto deadline = d.now() + std::chrono::milliseconds(d.resolveTimeout(timeoutMs));
+void LinkJsonSession::Impl::enterRequest(const std::string& requestId, Completion handler,
+                                         std::optional<TimePoint> deadline) {
     bool rearm = false;
     {
-        std::lock_guard lock(d.tableMutex);
-        auto entry = d.pendingRequests.find(requestId);
-        if (entry == d.pendingRequests.end()) return;
-        if (entry->second.hasDeadline) d.deadlines.erase(entry->second.deadline);
-        entry->second.deadline = d.deadlines.emplace(deadline, requestId);
-        entry->second.hasDeadline = true;
-        if (deadline < d.sweepArmedAt) {
-            d.sweepArmedAt = deadline;
-            rearm = true;
+        std::lock_guard lock(tableMutex);
+        auto [entry, inserted] = pendingRequests.insert_or_assign(requestId, PendingRequest{std::move(handler), {}, false});
+        if (deadline) {
+            entry->second.deadline = deadlines.emplace(*deadline, requestId);
+            entry->second.hasDeadline = true;
+            if (*deadline < sweepArmedAt) {
+                sweepArmedAt = *deadline;
+                rearm = true;
+            }
         }
     }
-    if (rearm) d.rearmSweep();
+    if (rearm) rearmSweep();
 }
 
 void LinkJsonSession::Impl::rearmSweep() {
@@ -450,7 +463,7 @@ void LinkJsonSession::Impl::rearmSweep() {
 }
 
 void LinkJsonSession::Impl::sweepExpired() {
-    std::vector<std::pair<std::string, ReplyHandler>> expired;
+    std::vector<std::pair<std::string, Completion>> expired;
     bool rearm = false;
     {
         std::lock_guard lock(tableMutex);
@@ -473,19 +486,23 @@ void LinkJsonSession::Impl::sweepExpired() {
     }
 }
 
-LinkJsonSession::ReplyHandler LinkJsonSession::Impl::takePendingRequest(const std::string& requestId) {
+LinkJsonSession::Impl::Completion LinkJsonSession::Impl::takePendingRequest(const std::string& requestId) {
     std::lock_guard lock(tableMutex);
     auto entry = pendingRequests.find(requestId);
     if (entry == pendingRequests.end()) return {};
-    ReplyHandler handler = std::move(entry->second.handler);
-    if (!handler) handler = [](const json::object&) {};
+    Completion handler = std::move(entry->second.handler);
+    if (!handler) handler = [](json::object&&) {};
     if (entry->second.hasDeadline) deadlines.erase(entry->second.deadline);
     pendingRequests.erase(entry);
     return handler;
 }
 
+void LinkJsonSession::Impl::resolveRequest(const std::string& requestId, json::object&& message) {
+    if (auto handler = takePendingRequest(requestId)) handler(std::move(message));
+}
+
 void LinkJsonSession::resolvePendingRequest(const std::string& requestId, const json::object& message) {
-    if (auto handler = impl_->takePendingRequest(requestId)) handler(message);
+    impl_->resolveRequest(requestId, json::object(message));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -628,12 +645,12 @@ void LinkJsonSession::dispatchIncommingJson(const std::string& text) {
     // The boundary of the read loop: whatever a handler throws ends here, reported.
     try {
         boost::system::error_code ec;
-        const json::value value = parseJsonExact(text, ec);
+        json::value value = parseJsonExact(text, ec);
         if (ec) {
             std::cerr << "issue parsing incomming json " << ec.message() << '\n';
             return;
         }
-        const auto* object = value.if_object();
+        auto* object = value.if_object();
         const json::value* type = object != nullptr ? object->if_contains("type") : nullptr;
         if (type == nullptr || !type->is_string()) {
             std::cerr << "missing property 'type'\n";
@@ -641,7 +658,8 @@ void LinkJsonSession::dispatchIncommingJson(const std::string& text) {
         }
         const auto& name = type->get_string();
         if (name == "REPLY") {
-            handleReply(*object);
+            // The reply is handed over to its caller, not copied.
+            if (auto requestId = sessionmsg::requestIdOf(*object)) impl_->resolveRequest(*requestId, std::move(*object));
         } else if (name == "EVENT") {
             handleEvent(*object);
         } else if (name == "JOB_DONE") {

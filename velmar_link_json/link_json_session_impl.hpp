@@ -25,8 +25,12 @@ struct LinkJsonSession::Impl {
     using TimePoint = SessionRuntime::TimePoint;
     using Deadlines = std::multimap<TimePoint, std::string>;
 
+    /// The internal form of a reply handler: it takes the message over (a parsed reply is
+    /// moved, not copied, to its waiting caller).
+    using Completion = std::function<void(boost::json::object&&)>;
+
     struct PendingRequest {
-        ReplyHandler handler;
+        Completion handler;
         Deadlines::iterator deadline;
         bool hasDeadline = false;
     };
@@ -95,11 +99,16 @@ struct LinkJsonSession::Impl {
 
     // ---- requests ----
     /// The one path of every request: refuses non-finite numbers, sets "request_id", enters
-    /// the handler with its deadline, sends.
-    void startRequest(const std::string& requestId, boost::json::object& request, ReplyHandler handler,
-                      int timeoutMs);
+    /// the handler (with a deadline for the I/O thread's sweep, or none when a waiting thread
+    /// enforces it), sends.
+    void startRequest(const std::string& requestId, boost::json::object& request, Completion handler,
+                      std::optional<TimePoint> deadline);
+    /// Enters a pending request under one lock, with its deadline if any.
+    void enterRequest(const std::string& requestId, Completion handler, std::optional<TimePoint> deadline);
     /// Removes a pending request; its handler (if the entry was there).
-    ReplyHandler takePendingRequest(const std::string& requestId);
+    Completion takePendingRequest(const std::string& requestId);
+    void resolveRequest(const std::string& requestId, boost::json::object&& message);
+    TimePoint deadlineAfter(int timeoutMs) const;
     // I/O thread (runtime task): arm the sweep at the earliest deadline / fail the expired.
     void rearmSweep();
     void sweepExpired();

@@ -272,6 +272,16 @@ void Impl::routeEventToJob(EventTypeEnum type, const json::object& event) {
             known = run != nullptr || std::find(failedJobIds.begin(), failedJobIds.end(), *jobId) != failedJobIds.end();
         } else if (auto current = pendingJobs.find(currentRunRequestId); current != pendingJobs.end()) {
             run = current->second;
+        } else {
+            // Before any header or RUNNING status, a single started run is the only owner there is.
+            for (const auto& [requestId, candidate] : pendingJobs) {
+                if (!candidate->started) continue;
+                if (run) {
+                    run = nullptr;
+                    break;
+                }
+                run = candidate;
+            }
         }
         if (run && makesRunCurrent(type, event)) currentRunRequestId = run->requestId;
     }
@@ -363,7 +373,8 @@ ErrorObject LinkJsonSession::doJob(AbstractMeasurementJob& job) {
     job.setEventHandlers(*this);
     if (!run->done.isSet()) {
         d.startRequest(
-            run->requestId, request, [&d, run](const json::object& reply) { d.onStartReply(run, reply); }, 0);
+            run->requestId, request, [&d, run](json::object&& reply) { d.onStartReply(run, reply); },
+            d.deadlineAfter(0));
     }
     d.awaitRun(run);
     d.jobWaits.release(slot);

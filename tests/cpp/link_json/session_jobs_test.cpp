@@ -313,6 +313,7 @@ TEST_F(VirtualSession, AMalformedLiveDataEventFailsOnlyItsJobAndTheSessionGoesOn
         {"header not an object", {event("LIVE_DATA_HEADER", {{"job_id", "j"}, {"header", "CV"}})}},
         {"header unreadable", {event("LIVE_DATA_HEADER", {{"job_id", "j"}, {"header", {{"columns", 3}}}})}},
         {"rows before any header", {rowsEvent("j", json::parse("[[1,2,3]]"))}},
+        {"rows without id before any header", {rowsEvent("", json::parse("[[1,2,3]]"))}},
         {"finished with bad job info", {headerEvent("j"), event("LIVE_DATA_FINISHED", {{"job_id", "j"}, {"job_info", 3}})}},
     };
     for (const auto& malformed : cases) {
