@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace velmar {
 namespace {
 
@@ -28,6 +30,22 @@ TEST(CancellationSignals, FreeSignalsAreReusedAndOnlyConnectedOnesEmit) {
     signals.emitSignal(boost::asio::cancellation_type::partial);
     EXPECT_EQ(first, 1);
     EXPECT_EQ(second, 1);
+}
+
+TEST(CancellationSignals, ConnectedHandlersAreCalledUntilReleased) {
+    CancellationSignals signals;
+    std::vector<boost::asio::cancellation_type> seen;
+    auto slot = signals.connect([&](boost::asio::cancellation_type type) { seen.push_back(type); });
+    auto other = signals.connect([&](boost::asio::cancellation_type) { seen.push_back(boost::asio::cancellation_type::none); });
+    EXPECT_EQ(signals.size(), 2U);  // two waits never share a signal
+    signals.emitSignal(boost::asio::cancellation_type::terminal);
+    EXPECT_EQ(seen, (std::vector{boost::asio::cancellation_type::terminal, boost::asio::cancellation_type::none}));
+    signals.release(slot);
+    signals.release(other);
+    signals.emitSignal(boost::asio::cancellation_type::total);
+    EXPECT_EQ(seen.size(), 2U);
+    (void)signals.connect([](boost::asio::cancellation_type) {});
+    EXPECT_EQ(signals.size(), 2U);  // a released signal is reused
 }
 
 }  // namespace

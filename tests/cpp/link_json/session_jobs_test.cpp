@@ -160,6 +160,24 @@ TEST_F(VirtualSession, DisconnectFromACallbackCompletesAtOnce) {
     EXPECT_EQ(peer.disposed, 1);
 }
 
+TEST_F(VirtualSession, TheMessageSizeLimitReachesTheTransportAtConnect) {
+    EXPECT_EQ(peer.maxMessageSize, std::size_t{256} << 20);
+    session.setMaxMessageSize(4096);
+    EXPECT_EQ(session.getMaxMessageSize(), 4096U);
+    session.disconnect();
+    ASSERT_FALSE(session.connect());
+    EXPECT_EQ(peer.maxMessageSize, 4096U);
+}
+
+TEST_F(VirtualSession, WaitForJobToFinishOfAJobThatDoesNotRunHereReturnsItsOutcome) {
+    scriptJob("job-w", {});
+    SleepJob job;
+    EXPECT_FALSE(session.doJob(job));
+    EXPECT_FALSE(session.waitForJobToFinish(job));
+    SleepJob never;
+    EXPECT_TRUE(session.waitForJobToFinish(never));
+}
+
 // ---- numbers ------------------------------------------------------------------------------------
 
 TEST(FiniteNumbers, PathOfTheFirstNonFiniteValue) {
