@@ -185,7 +185,7 @@ ErrorObject LinkJsonSession::connect() {
                         std::cerr << "velmar_link: exception in I/O thread: " << exceptionText(error) << '\n';
                     }
                 }
-                if (connection.closeOnExit.load()) {
+                if (connection.closeOnExit.load() && !connection.abandoned.load()) {
                     std::lock_guard lock(connection.llMutex);
                     if (connection.ll != nullptr) d.factory->disposeSession(std::exchange(connection.ll, nullptr));
                 }
@@ -240,7 +240,16 @@ void LinkJsonSession::Impl::teardown() {
     if (!connection) return;
     connection->guard.reset();
     connection->context.stop();
-    if (connection->thread.joinable()) connection->thread.join();
+    if (connection->thread.joinable()) {
+        // A session destroyed from one of its own callbacks cannot join the thread it runs on.
+        if (connection->thread.get_id() == std::this_thread::get_id()) {
+            connection->abandoned = true;
+            connection->thread.detach();
+            (void)connection.release();  // the ending thread still runs on it: left to it, not freed
+            return;
+        }
+        connection->thread.join();
+    }
     ioThread = std::thread::id{};
     {
         std::lock_guard lock(connection->llMutex);

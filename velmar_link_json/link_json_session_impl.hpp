@@ -72,6 +72,9 @@ struct LinkJsonSession::Impl {
         /// Set by a disconnect on the I/O thread: the thread disposes the transport (closing
         /// the socket) once the handler that asked for it has returned.
         std::atomic<bool> closeOnExit{false};
+        /// Set when the session is destroyed from its own I/O thread: the thread must not
+        /// touch the session once its handler returns.
+        std::atomic<bool> abandoned{false};
     };
 
     Impl(LinkJsonSession& session, LinkLlSessionAbstractFactory* factory,
