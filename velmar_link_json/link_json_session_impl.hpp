@@ -36,10 +36,11 @@ struct LinkJsonSession::Impl {
     };
 
     /// One run of one job, shared by the pending-job table, the I/O thread and the waiting
-    /// threads. The first ending (JOB_DONE, failed start, malformed live data, cancellation,
-    /// start time-out) is applied to the job under `mutex` and sets `done`; after that nothing
-    /// touches the job any more. Recursive: a live-data callback that cancels runs on the I/O
-    /// thread while it holds the lock.
+    /// threads. The first ending (JOB_DONE, failed start, malformed live data, start time-out,
+    /// or a cancellation that a woken waiter applies) is applied to the job under `mutex`;
+    /// after that nothing touches the job any more. The job's live-data decoder also runs
+    /// under `mutex`, so a waiter that has settled the run knows the I/O thread has left the
+    /// job. Recursive: a live-data callback may call back into the session on the I/O thread.
     struct JobRun {
         std::string requestId;
         AbstractMeasurementJob* job = nullptr;
