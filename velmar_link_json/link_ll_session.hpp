@@ -4,6 +4,7 @@
 #include "velmar_link_json/binary_destination.hpp"
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -75,14 +76,18 @@ public:
     virtual void setReceiveHandler(TextHandler handler) = 0;
     virtual void setReceiveBinaryHandler(BinaryHandler handler) = 0;
     /// Binary messages for which `provider` returns a destination are written into it and
-    /// reported to `handler` instead of the binary handler. Transports without this keep
-    /// the whole-message path.
+    /// reported to `handler` instead of the binary handler. A binary message refused for its
+    /// size is reported to `handler` too, with `failure` set, in the armed destination or, when
+    /// none is armed, in a new one. Transports without this keep the whole-message path.
     virtual void setBinaryDestinationHandlers(DestinationProvider provider, DestinationHandler handler) {
         (void)provider;
         (void)handler;
     }
     /// Bounds connect(): the whole sequence and each handshake. Owner thread, before connect().
     virtual void setConnectionTimeout(std::chrono::milliseconds timeout) = 0;
+    /// Messages (text or binary) longer than this are read, dropped and reported instead of
+    /// being delivered; the connection stays up. Any thread.
+    virtual void setMaxMessageSize(std::size_t) {}
 };
 
 /// Creates low-level sessions from stored connection data. Owner thread.

@@ -39,4 +39,9 @@ inline constexpr std::string_view EVENT_HANDLER_ALREADY_SET = "event handler alr
 inline constexpr std::string_view DATASET_CAST_FAILED = "dataset type cast failed";
 inline constexpr std::string_view TOO_MANY_PARAMETERS = "Error: Too many parameters ({} > {}). Format string: '{}'";
 
+// Result downloads and incoming messages checked against what the headers state.
+inline constexpr std::string_view RESULT_FRAME_SIZE_MISMATCH =
+    "job result of {0} bytes received, but its header announces {1} rows of {2} columns ({3} bytes)";
+inline constexpr std::string_view MESSAGE_TOO_LARGE = "message of {0} bytes exceeds the limit of {1} bytes";
+
 }  // namespace velmar::messages
