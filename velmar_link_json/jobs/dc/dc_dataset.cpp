@@ -83,8 +83,9 @@ DcDataset::DcDataset(std::string jobType, std::string jobTypeShort, std::vector<
       jobTypeShort_(std::move(jobTypeShort)),
       header_(std::move(header)),
       tracks_(std::move(tracks)) {
+    if (tracks_.size() > header_.size()) tracks_.resize(header_.size());
     const std::size_t rows = tracks_.empty() ? 0 : tracks_.front().size();
-    tracks_.resize(header_.size(), std::vector<double>(rows, QUIET_NAN));
+    while (tracks_.size() < header_.size()) tracks_.emplace_back(rows, QUIET_NAN);
 }
 
 std::size_t DcDataset::indexOf(const ColumnHeader& column) const {
