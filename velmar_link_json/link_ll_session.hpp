@@ -85,9 +85,8 @@ public:
     }
     /// Bounds connect(): the whole sequence and each handshake. Owner thread, before connect().
     virtual void setConnectionTimeout(std::chrono::milliseconds timeout) = 0;
-    /// Messages (text or binary) longer than this are read, dropped and reported instead of
-    /// being delivered; the connection stays up. Any thread.
-    virtual void setMaxMessageSize(std::size_t) {}
+    /// Messages larger than `bytes` are refused. Owner thread, before connect().
+    virtual void setMaxMessageSize(std::size_t bytes) { (void)bytes; }
 };
 
 /// Creates low-level sessions from stored connection data. Owner thread.

@@ -47,6 +47,9 @@ public:
         destinationHandler_ = std::move(handler);
     }
     void setConnectionTimeout(std::chrono::milliseconds timeout) override { connectionTimeout_ = timeout; }
+    /// Messages (text or binary) longer than `bytes` are read on in bounded parts, dropped and
+    /// reported instead of being delivered; the connection stays up. Any thread; it applies
+    /// from the next message on.
     void setMaxMessageSize(std::size_t bytes) override { maxMessageSize_.store(bytes); }
 
     /// The limit on incoming messages until setMaxMessageSize changes it.
