@@ -32,6 +32,12 @@ py::array trackView(const std::shared_ptr<DcDataset>& dataset, const std::vector
     return view;
 }
 
+/// The view of the track at a column index; IndexError out of range (every column has a track).
+py::array trackViewAt(const std::shared_ptr<DcDataset>& dataset, std::size_t index) {
+    if (index >= dataset->getTracks().size()) throw py::index_error("track index out of range");
+    return trackView(dataset, dataset->getTracks()[index]);
+}
+
 JobInfo jobInfoFrom(const py::object& jobInfo) {
     if (jobInfo.is_none()) return {};
     return jobInfo.cast<JobInfo>();
@@ -148,11 +154,16 @@ Raises ValueError when tracks is not empty and its length differs from the numbe
 The array keeps the dataset alive. append() invalidates views taken before it.)",
             "dimension"_a)
         .def(
+            "get_dc_track_array",
+            &trackViewAt,
+            R"(A read-only numpy float64 view of the track at that column index, without copy (as track_as_numpy).
+
+Every column has its track, also without rows (then the array is empty). Raises IndexError for an index out
+of range. append() invalidates views taken before it.)",
+            "index"_a)
+        .def(
             "track_as_numpy",
-            [](const std::shared_ptr<Dc>& self, std::size_t index) {
-                if (index >= self->getTracks().size()) throw py::index_error("track index out of range");
-                return trackView(self, self->getTracks()[index]);
-            },
+            &trackViewAt,
             R"(A read-only numpy float64 view of the track at that column index, without copy.
 
 Raises IndexError for an index out of range. append() invalidates views taken before it.)",

@@ -1,6 +1,7 @@
 #include "velmar_link_json/link_ll_session_impl.hpp"
 
 #include "json_common/base64.hpp"
+#include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/library_version.hpp"
 
 #include <boost/asio/co_spawn.hpp>
@@ -18,6 +19,8 @@
 #include <charconv>
 #include <cstring>
 #include <future>
+#include <iostream>
+#include <limits>
 
 namespace velmar {
 
@@ -30,8 +33,6 @@ using boost::system::error_code;
 
 namespace {
 
-/// Large enough for the biggest binary download (a resource of several hundred MiB).
-constexpr std::size_t READ_MESSAGE_MAX = std::size_t{1} << 30;
 /// Text buffers that grew beyond this are released after their message.
 constexpr std::size_t KEEP_READ_BUFFER_CAPACITY = std::size_t{4} << 20;
 /// The first read of every message; small replies arrive whole in it.
@@ -46,6 +47,14 @@ unsigned parseProtocolVersion(std::string_view text) {
     if (ec != std::errc() || end != text.data() + text.size()) return 0;
     return version;
 }
+
+/// Stands in for the destination of a refused binary message when no download armed one.
+class RefusedMessage final : public BinaryDestination {
+public:
+    void begin(std::uint64_t, bool) override {}
+    std::span<std::byte> prepare() override { return {}; }
+    void commit(std::size_t) override {}
+};
 
 bool isIpAddressText(const std::string& host) {
     error_code ec;
@@ -226,7 +235,8 @@ void LinkLlSession<Stream>::configureWebsocket() {
             request.set("V-Accept-Any-Protocol-Version", "1");
         }
     }));
-    ws_->read_message_max(READ_MESSAGE_MAX);
+    // The limit is enforced by the reads themselves: Beast would end the connection.
+    ws_->read_message_max(0);
     ws_->auto_fragment(false);
     ws_->text(true);
 }
@@ -242,47 +252,75 @@ void LinkLlSession<Stream>::startServices() {
 // I/O thread. The first part of every message (at most FIRST_PART_BYTES) lands in
 // readBuffer_. A text message, or a binary one without an armed destination, continues there
 // and is handed on whole (a binary one by moving the string). A binary message with a
-// destination continues straight into the destination's ranges, so large results are written
-// once, into their final storage.
+// destination continues straight into the storage that the destination provides, so large
+// results are written once, into their final storage. A message longer than the limit is
+// read on in bounded parts and dropped; only its length is kept.
 template <class Stream>
 void LinkLlSession<Stream>::receiveService() {
-    readDynamicBuffer_.emplace(readBuffer_, READ_MESSAGE_MAX);
+    readDynamicBuffer_.emplace(readBuffer_, std::numeric_limits<std::size_t>::max());
     ws_->async_read_some(*readDynamicBuffer_, FIRST_PART_BYTES, [this](error_code ec, std::size_t) {
         if (ec) {
             fail();
             return;
         }
-        if (ws_->got_binary() && destinationProvider_) {
-            if (auto destination = destinationProvider_()) {
-                destination_ = std::move(destination);
-                destinationRange_ = 0;
-                destinationOffset_ = 0;
-                destination_->received = 0;
-                destination_->overflow.clear();
-                storeInDestination(readBuffer_.data(), readBuffer_.size());
-                readBuffer_.clear();
-                readIntoDestination();
-                return;
-            }
-        }
-        continueBufferedMessage();
+        beginMessage();
     });
 }
 
 template <class Stream>
+std::optional<std::uint64_t> LinkLlSession<Stream>::statedMessageSize() const {
+    if (ws_->is_message_done()) return messageBytes_;
+    // Without compression Beast hints the exact rest of the message while it reads its final
+    // frame, and at least the initial size otherwise.
+    constexpr auto UNKNOWN = std::numeric_limits<std::size_t>::max();
+    if (ws_->read_size_hint(UNKNOWN) == UNKNOWN) return std::nullopt;
+    return messageBytes_ + ws_->read_size_hint(1);
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::beginMessage() {
+    messageBytes_ = readBuffer_.size();
+    messageLimit_ = maxMessageSize_.load();
+    refused_ = false;
+    binaryMessage_ = ws_->got_binary();
+    const auto stated = statedMessageSize();
+    if (messageBytes_ > messageLimit_ || (stated && *stated > messageLimit_)) {
+        refuseMessage();
+        return;
+    }
+    if (binaryMessage_ && destinationProvider_) {
+        if (auto destination = destinationProvider_()) {
+            destination_ = std::move(destination);
+            destination_->received = 0;
+            destination_->filled = false;
+            destination_->failure.reset();
+            destination_->begin(stated.value_or(messageBytes_), stated.has_value());
+            destination_->store(readBuffer_.data(), readBuffer_.size());
+            readBuffer_.clear();
+            readIntoDestination();
+            return;
+        }
+    }
+    continueBufferedMessage();
+}
+
+template <class Stream>
 void LinkLlSession<Stream>::readRestOfMessage() {
-    ws_->async_read_some(*readDynamicBuffer_, REST_PART_BYTES, [this](error_code ec, std::size_t) {
+    ws_->async_read_some(*readDynamicBuffer_, REST_PART_BYTES, [this](error_code ec, std::size_t count) {
         if (ec) {
             fail();
             return;
         }
+        messageBytes_ += count;
         continueBufferedMessage();
     });
 }
 
 template <class Stream>
 void LinkLlSession<Stream>::continueBufferedMessage() {
-    if (ws_->is_message_done()) {
+    if (messageBytes_ > messageLimit_) {
+        refuseMessage();
+    } else if (ws_->is_message_done()) {
         finishBufferedMessage();
     } else {
         readRestOfMessage();
@@ -291,7 +329,7 @@ void LinkLlSession<Stream>::continueBufferedMessage() {
 
 template <class Stream>
 void LinkLlSession<Stream>::finishBufferedMessage() {
-    if (ws_->got_binary()) {
+    if (binaryMessage_) {
         std::string message;
         message.swap(readBuffer_);
         if (binaryHandler_) binaryHandler_(std::move(message));
@@ -307,56 +345,60 @@ void LinkLlSession<Stream>::finishBufferedMessage() {
 }
 
 template <class Stream>
-void LinkLlSession<Stream>::storeInDestination(const char* bytes, std::size_t count) {
-    auto& destination = *destination_;
-    destination.received += count;
-    while (count > 0 && destinationRange_ < destination.ranges.size()) {
-        const auto range = destination.ranges[destinationRange_];
-        const std::size_t n = std::min(count, range.size() - destinationOffset_);
-        std::memcpy(range.data() + destinationOffset_, bytes, n);
-        bytes += n;
-        count -= n;
-        destinationOffset_ += n;
-        if (destinationOffset_ == range.size()) {
-            ++destinationRange_;
-            destinationOffset_ = 0;
-        }
+void LinkLlSession<Stream>::readIntoDestination() {
+    if (messageBytes_ > messageLimit_) {
+        refuseMessage();
+        return;
     }
-    destination.overflow.append(bytes, count);
+    if (ws_->is_message_done()) {
+        finishDestination();
+        return;
+    }
+    const auto storage = destination_->prepare();
+    if (storage.empty()) {
+        dropRestOfMessage();
+        return;
+    }
+    // Straight into the destination's storage: the bytes are already where they belong.
+    ws_->async_read_some(net::buffer(storage.data(), storage.size()), [this](error_code ec, std::size_t count) {
+        if (ec) {
+            destination_.reset();
+            fail();
+            return;
+        }
+        messageBytes_ += count;
+        destination_->commit(count);
+        readIntoDestination();
+    });
 }
 
 template <class Stream>
-void LinkLlSession<Stream>::readIntoDestination() {
+void LinkLlSession<Stream>::finishDestination() {
+    auto destination = std::move(destination_);
+    destination->received = messageBytes_;
+    destination->filled = true;
+    if (destinationHandler_) destinationHandler_(std::move(destination));
+    receiveService();
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::refuseMessage() {
+    refused_ = true;
+    // What was kept of the message goes at once; a destination's storage with its owner.
+    if (readBuffer_.capacity() > KEEP_READ_BUFFER_CAPACITY) {
+        std::string().swap(readBuffer_);
+    } else {
+        readBuffer_.clear();
+    }
+    dropRestOfMessage();
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::dropRestOfMessage() {
     if (ws_->is_message_done()) {
-        auto destination = std::move(destination_);
-        destination->filled = true;
-        if (destinationHandler_) destinationHandler_(std::move(destination));
-        receiveService();
+        finishDroppedMessage();
         return;
     }
-    auto& ranges = destination_->ranges;
-    while (destinationRange_ < ranges.size() && destinationOffset_ == ranges[destinationRange_].size()) {
-        ++destinationRange_;
-        destinationOffset_ = 0;
-    }
-    if (destinationRange_ < ranges.size()) {
-        // Straight into the range: the bytes are already where they belong.
-        const auto range = ranges[destinationRange_];
-        ws_->async_read_some(
-            net::buffer(range.data() + destinationOffset_, range.size() - destinationOffset_),
-            [this](error_code ec, std::size_t count) {
-                if (ec) {
-                    destination_.reset();
-                    fail();
-                    return;
-                }
-                destination_->received += count;
-                destinationOffset_ += count;
-                readIntoDestination();
-            });
-        return;
-    }
-    // Beyond the ranges: through the scratch buffer into the overflow.
     if (!scratch_) scratch_ = std::make_unique<char[]>(REST_PART_BYTES);
     ws_->async_read_some(net::buffer(scratch_.get(), REST_PART_BYTES), [this](error_code ec, std::size_t count) {
         if (ec) {
@@ -364,9 +406,32 @@ void LinkLlSession<Stream>::readIntoDestination() {
             fail();
             return;
         }
-        storeInDestination(scratch_.get(), count);
-        readIntoDestination();
+        messageBytes_ += count;
+        dropRestOfMessage();
     });
+}
+
+template <class Stream>
+void LinkLlSession<Stream>::finishDroppedMessage() {
+    if (!refused_) {
+        // The destination took what it wanted of the message; the rest was not for it.
+        finishDestination();
+        return;
+    }
+    std::cerr << (binaryMessage_ ? "binary" : "text") << " message of " << messageBytes_
+              << " bytes exceeds the limit of " << messageLimit_ << " bytes; dropped\n";
+    if (binaryMessage_) {
+        // The download waiting for it fails; the destination holds nothing of the message.
+        auto destination = std::move(destination_);
+        if (!destination && destinationProvider_) destination = destinationProvider_();
+        if (!destination) destination = std::make_shared<RefusedMessage>();
+        destination->failure = ErrorObject(ErrorCodeEnum::RESOURCE_CONTENT_INVALID, messages::MESSAGE_TOO_LARGE,
+                                           messageBytes_, static_cast<std::uint64_t>(messageLimit_));
+        destination_ = std::move(destination);
+        finishDestination();
+        return;
+    }
+    receiveService();
 }
 
 // Any thread: the text moves to the I/O thread, which queues and writes it.

@@ -76,8 +76,9 @@ public:
     virtual void setReceiveHandler(TextHandler handler) = 0;
     virtual void setReceiveBinaryHandler(BinaryHandler handler) = 0;
     /// Binary messages for which `provider` returns a destination are written into it and
-    /// reported to `handler` instead of the binary handler. Transports without this keep
-    /// the whole-message path.
+    /// reported to `handler` instead of the binary handler. A binary message refused for its
+    /// size is reported to `handler` too, with `failure` set, in the armed destination or, when
+    /// none is armed, in a new one. Transports without this keep the whole-message path.
     virtual void setBinaryDestinationHandlers(DestinationProvider provider, DestinationHandler handler) {
         (void)provider;
         (void)handler;

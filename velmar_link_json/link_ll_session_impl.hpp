@@ -15,6 +15,7 @@
 #include <boost/beast/websocket/stream.hpp>
 
 #include <atomic>
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -46,6 +47,13 @@ public:
         destinationHandler_ = std::move(handler);
     }
     void setConnectionTimeout(std::chrono::milliseconds timeout) override { connectionTimeout_ = timeout; }
+    /// Messages (text or binary) longer than `bytes` are read on in bounded parts, dropped and
+    /// reported instead of being delivered; the connection stays up. Any thread; it applies
+    /// from the next message on.
+    void setMaxMessageSize(std::size_t bytes) override { maxMessageSize_.store(bytes); }
+
+    /// The limit on incoming messages until setMaxMessageSize changes it.
+    static constexpr std::size_t DEFAULT_MAX_MESSAGE_SIZE = std::size_t{256} << 20;
 
 private:
     static constexpr bool IS_TLS = std::is_same_v<Stream, TlsLlStream>;
@@ -62,18 +70,29 @@ private:
     void configureWebsocket();
     /// Reads one message after the other and hands each to the text or binary handler: the
     /// first part of each message goes to readBuffer_, then the rest follows it there, or
-    /// into the armed destination for a binary message.
+    /// into the armed destination for a binary message, or is dropped when the message is
+    /// longer than the limit.
     void receiveService();
+    /// The first part of a message has arrived in readBuffer_.
+    void beginMessage();
     /// The rest of a message that goes to readBuffer_.
     void readRestOfMessage();
-    /// The rest of a binary message that goes to destination_.
-    void readIntoDestination();
-    /// Appends received bytes to destination_: ranges first, then its overflow.
-    void storeInDestination(const char* bytes, std::size_t count);
     /// Reads on while the buffered message has more parts, then hands it over. I/O thread.
     void continueBufferedMessage();
     /// The message in readBuffer_ has ended: hand it on and read the next one.
     void finishBufferedMessage();
+    /// The rest of a binary message that goes to destination_.
+    void readIntoDestination();
+    /// The message is longer than the limit: the rest is read in bounded parts and dropped.
+    void refuseMessage();
+    /// Reads and drops the rest of the current message, then calls finishDroppedMessage.
+    void dropRestOfMessage();
+    /// The dropped message has ended: a refused one is reported, then the next one is read.
+    void finishDroppedMessage();
+    /// The destination has ended: it goes to the destination handler; the next message is read.
+    void finishDestination();
+    /// The whole length of the current message if its frame header states it.
+    std::optional<std::uint64_t> statedMessageSize() const;
     /// Writes the queued text messages one at a time, in order.
     void sendService();
     /// A read or write failure: the connection ends and the status handler hears of it.
@@ -94,16 +113,22 @@ private:
     DestinationProvider destinationProvider_;
     DestinationHandler destinationHandler_;
 
+    std::atomic<std::size_t> maxMessageSize_{DEFAULT_MAX_MESSAGE_SIZE};
+
     // I/O thread only.
     std::string readBuffer_;
     /// Beast keeps a reference to the dynamic buffer while a read is in progress.
     std::optional<boost::asio::dynamic_string_buffer<char, std::char_traits<char>, std::allocator<char>>>
         readDynamicBuffer_;
-    /// The destination of the binary message being read, and the write position in it.
+    /// The length of the current message read so far, and its limit fixed when it began.
+    std::uint64_t messageBytes_ = 0;
+    std::size_t messageLimit_ = 0;
+    /// The current message is being dropped; `refused_`: because it exceeds the limit.
+    bool refused_ = false;
+    bool binaryMessage_ = false;
+    /// The destination of the binary message being read.
     std::shared_ptr<BinaryDestination> destination_;
-    std::size_t destinationRange_ = 0;
-    std::size_t destinationOffset_ = 0;
-    /// Receives the bytes beyond a destination's ranges.
+    /// Receives the bytes that are dropped.
     std::unique_ptr<char[]> scratch_;
     std::deque<std::string> sendQueue_;
     bool writing_ = false;

@@ -5,19 +5,19 @@
 #include "velmar_link_json/jobs/abstract_measurement_job.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
 #include "velmar_link_json/jobs/dc/dc_dataset.hpp"
+#include "velmar_link_json/jobs/dc/dc_result_destination.hpp"
 #include "velmar_link_json/binary_destination.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <boost/json.hpp>
+
+#include <optional>
 
 namespace velmar {
 
 namespace json = boost::json;
 
 namespace {
-
-/// Announced results beyond this size are not preallocated; their frame still arrives whole.
-constexpr std::uint64_t MAX_DIRECT_BYTES = std::uint64_t{1} << 30;
 
 bool isRunning(JobStatusEnum status) { return status == JobStatusEnum::PENDING || status == JobStatusEnum::RUNNING; }
 
@@ -70,36 +70,31 @@ std::expected<std::shared_ptr<DataSet>, ErrorObject> getJobResultData(LinkJsonSe
         }
     }
 
-    // The tracks are sized from the announced row count and the frame is written straight
-    // into them; the destination owns them until the transport has finished writing.
-    struct TrackDestination final : BinaryDestination {
-        std::vector<std::vector<double>> tracks;
-    };
-    std::uint64_t announcedRows = 0;
+    // The frame is written straight into the tracks, which are sized from the frame's stated
+    // length, never from the announced row count alone; the destination owns them until the
+    // transport has finished writing.
+    std::optional<std::uint64_t> announcedRows;
     if (const auto* rows = resource->header.if_contains("number_of_rows")) {
-        if (auto converted = json::try_value_to<std::uint64_t>(*rows)) announcedRows = *converted;
-    }
-    const std::size_t columns = header->columns.size();
-    auto destination = std::make_shared<TrackDestination>();
-    if (announcedRows > 0 && columns > 0 && announcedRows <= MAX_DIRECT_BYTES / (columns * sizeof(double))) {
-        destination->tracks.resize(columns);
-        for (auto& track : destination->tracks) {
-            track.resize(static_cast<std::size_t>(announcedRows));
-            destination->ranges.emplace_back(reinterpret_cast<std::byte*>(track.data()),
-                                             track.size() * sizeof(double));
+        auto converted = json::try_value_to<std::uint64_t>(*rows);
+        if (!converted) {
+            return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
         }
+        announcedRows = *converted;
     }
+    auto destination = std::make_shared<DcResultDestination>(header->columns.size(), announcedRows);
     std::string payload;
     if (auto failure = session.retrieveFullResource(*resource, destination, payload, 0)) {
         return std::unexpected(std::move(failure));
     }
+    if (destination->failure) return std::unexpected(*destination->failure);
     if (!destination->filled) {
-        // The frame came whole: it is handed over and released once its values sit in the tracks.
-        return std::make_shared<DcDataset>(dcDatasetFromBinary(std::move(payload), std::move(*header), std::move(info)));
+        // A transport without destinations delivered the frame whole.
+        const std::string frame(std::move(payload));
+        destination->storeWhole(frame);
     }
-    return std::make_shared<DcDataset>(dcDatasetFromReceivedTracks(std::move(destination->tracks),
-                                                                   destination->received, destination->overflow,
-                                                                   std::move(*header), std::move(info)));
+    auto dataset = destination->takeDataset(std::move(*header), std::move(info));
+    if (!dataset) return std::unexpected(std::move(dataset).error());
+    return std::make_shared<DcDataset>(std::move(*dataset));
 }
 
 }  // namespace velmar

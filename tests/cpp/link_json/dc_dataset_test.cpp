@@ -176,6 +176,65 @@ TEST(DcDatasetBinary, PayloadShorterThanOneRowGivesColumnsWithoutRows) {
     EXPECT_TRUE(none.getTracks().empty());
 }
 
+/// One track per header column, all of the row count.
+void expectOneTrackPerColumn(const DcDataset& data, std::size_t columns, std::size_t rows) {
+    ASSERT_EQ(data.getHeader().size(), columns);
+    ASSERT_EQ(data.getTracks().size(), columns);
+    EXPECT_EQ(data.getRowCount(), rows);
+    for (const auto& track : data.getTracks()) EXPECT_EQ(track.size(), rows);
+}
+
+TEST(DcDatasetShape, EverySourceGivesOneTrackPerColumnAlsoWithoutRows) {
+    LiveDataHeader header{"Ramp", "RAMP", {TIME, VOLTAGE, CURRENT}};
+    expectOneTrackPerColumn(DcDataset(LiveDataHeader(header), JobInfo{}), 3, 0);
+    expectOneTrackPerColumn(makeDataset("Ramp", {TIME, VOLTAGE, CURRENT}, {}), 3, 0);
+    expectOneTrackPerColumn(dcDatasetFromBinary(std::string_view(), LiveDataHeader(header), JobInfo{}), 3, 0);
+    expectOneTrackPerColumn(dcDatasetFromBinary(std::string(), LiveDataHeader(header), JobInfo{}), 3, 0);
+
+    // A recorded job that sent its header and finished without a row.
+    const auto noRows = dcDatasetFromJson(parseJsonExact(R"([
+      {"type":"EVENT","event":{"type":"LIVE_DATA_HEADER","header":{
+         "measurement_type_short":"CV","measurement_type":"Cyclic Voltammetry",
+         "columns":{"dimensions":["time","voltage"],"units":["s","V"],"urns":["T","U"]}}}},
+      {"type":"EVENT","event":{"type":"LIVE_DATA_FINISHED","job_info":{"job_id":"abc","type":"cv"}}}])"));
+    ASSERT_TRUE(noRows);
+    expectOneTrackPerColumn(*noRows, 2, 0);
+
+    // Tracks handed over for only some columns: the others are filled to the row count.
+    const auto partial = makeDataset("Ramp", {TIME, VOLTAGE, CURRENT}, {{0.0, 1.0}});
+    expectOneTrackPerColumn(partial, 3, 2);
+    EXPECT_TRUE(std::isnan(partial.getTracks()[2][1]));
+    expectOneTrackPerColumn(makeDataset("Ramp", {TIME}, {{0.0}, {1.0}, {2.0}}), 1, 1);
+
+    // Decoders that move the tracks out and back keep the shape.
+    DcDataset moved(LiveDataHeader(header), JobInfo{});
+    const DcDataset rebuilt(moved.getJobType(), moved.getJobTypeShort(), moved.getHeader(),
+                            std::move(moved.tracksForWriting()), JobInfo{});
+    expectOneTrackPerColumn(rebuilt, 3, 0);
+}
+
+TEST(DcDatasetShape, AppendingAndLookingUpZeroRowResults) {
+    const auto empty = dcDatasetFromBinary(std::string_view(), LiveDataHeader{"Ramp", "RAMP", {TIME, VOLTAGE}}, JobInfo{});
+    auto data = makeDataset("Ramp", {TIME, VOLTAGE}, {{0.0, 1.0}, {0.5, 0.6}});
+    data.append(empty, 1.0);
+    expectOneTrackPerColumn(data, 2, 2);
+    EXPECT_EQ(data.getTracks()[0], (std::vector<double>{0.0, 1.0}));
+
+    // A zero-row result with a column of its own adds that column, empty of values.
+    const auto other = dcDatasetFromBinary(std::string_view(), LiveDataHeader{"Ramp", "RAMP", {TEMPERATURE}}, JobInfo{});
+    data.append(other, 1.0);
+    expectOneTrackPerColumn(data, 3, 2);
+    EXPECT_TRUE(std::isnan(data.getTracks()[2][0]));
+
+    auto start = empty;
+    start.append(data, 0.0);
+    expectOneTrackPerColumn(start, 3, 2);
+    EXPECT_TRUE(empty.getDcTrack("voltage").empty());
+    EXPECT_EQ(empty.getInfo().length, 0u);
+    EXPECT_TRUE(std::isnan(empty.getInfo().start_time));
+    EXPECT_EQ(dcDatasetToBinary(empty).value(), "");
+}
+
 json::value events(std::string_view rowsData) {
     std::string text = R"([
       {"type":"EVENT","event":{"type":"JOB_STATUS_UPDATE"}},

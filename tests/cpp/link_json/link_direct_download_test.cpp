@@ -1,17 +1,18 @@
-// Binary downloads written straight into a destination's ranges, against the in-process
-// scripted peer on 127.0.0.1: exact, shorter and longer frames, text frames while a
-// destination is armed, and the whole-frame path without a destination.
+// DC result downloads written straight into a DcResultDestination, against the in-process
+// scripted peer on 127.0.0.1: the frame's length against the announced row count (exact,
+// short, long, zero rows), frames in one piece and fragmented, a huge claim followed by a
+// small frame, text frames while a destination is armed, and the whole-frame path.
 
 #include "support/scripted_peer.hpp"
 
-#include "velmar_link_json/binary_destination.hpp"
-#include "velmar_link_json/jobs/dc/dc_dataset.hpp"
+#include "velmar_link_json/jobs/dc/dc_result_destination.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,15 +25,7 @@ using testing::ScriptedPeer;
 
 constexpr std::size_t COLUMNS = 3;
 
-/// Tracks of `rows` values each, as the result download arms them.
-struct TrackDestination final : BinaryDestination {
-    TrackDestination(std::size_t columns, std::size_t rows) : tracks(columns, std::vector<double>(rows, -1.0)) {
-        for (auto& track : tracks) ranges.emplace_back(reinterpret_cast<std::byte*>(track.data()), rows * 8);
-    }
-    std::vector<std::vector<double>> tracks;
-};
-
-/// `bytes` bytes of a frame whose binary64 values differ from each other and from the fill.
+/// `bytes` bytes of a frame whose binary64 values differ from each other.
 std::string frameOf(std::size_t bytes) {
     std::string frame(bytes, '\0');
     std::size_t i = 0;
@@ -61,72 +54,113 @@ Resource jobResult() {
 }
 
 /// Every download request is answered by `texts` (after the reply) and the binary `frame`.
-ScriptedPeer::Script serving(const std::string& frame, std::vector<std::string> texts = {}) {
-    return [frame, texts](const json::object& request) {
+ScriptedPeer::Script serving(const std::string& frame, bool fragment, std::vector<std::string> texts = {}) {
+    return [frame, fragment, texts](const json::object& request) {
         auto action = PeerAction::reply(request);
         action.texts.insert(action.texts.begin(), texts.begin(), texts.end());
         action.binaries.push_back(frame);
+        action.fragment = fragment;
         return action;
     };
 }
 
-/// Downloads `frame` into tracks of `rows` rows and checks the decoded dataset against the
-/// whole-frame decoder.
-void expectDirectDownloadDecodesLikeTheWholeFrame(std::size_t rows, const std::string& frame) {
-    ScriptedPeer peer(serving(frame));
-    LinkJsonSession session("127.0.0.1", peer.port());
-    ASSERT_FALSE(session.connect());
-    auto destination = std::make_shared<TrackDestination>(COLUMNS, rows);
-    std::string out;
-    ASSERT_FALSE(session.retrieveFullResource(jobResult(), destination, out, 0));
-    EXPECT_TRUE(out.empty());
-    ASSERT_TRUE(destination->filled);
-    EXPECT_EQ(destination->received, frame.size());
-    const std::size_t capacity = COLUMNS * rows * 8;
-    EXPECT_EQ(destination->overflow.size(), frame.size() > capacity ? frame.size() - capacity : 0u);
+struct Download {
+    std::shared_ptr<DcResultDestination> destination;
+    std::expected<DcDataset, ErrorObject> dataset;
+};
 
+Download download(const std::string& frame, std::optional<std::uint64_t> announcedRows, bool fragment) {
+    ScriptedPeer peer(serving(frame, fragment));
+    LinkJsonSession session("127.0.0.1", peer.port());
+    EXPECT_FALSE(session.connect());
+    auto destination = std::make_shared<DcResultDestination>(COLUMNS, announcedRows);
+    std::string out;
+    EXPECT_FALSE(session.retrieveFullResource(jobResult(), destination, out, 0));
+    EXPECT_TRUE(out.empty());
+    EXPECT_TRUE(destination->filled);
+    EXPECT_EQ(destination->received, frame.size());
+    auto dataset = destination->takeDataset(threeColumns(), JobInfo{});
+    return {destination, std::move(dataset)};
+}
+
+void expectLikeTheWholeFrameDecoder(const DcDataset& decoded, const std::string& frame) {
     const auto expected = dcDatasetFromBinary(std::string_view(frame), threeColumns(), JobInfo{});
-    const auto decoded = dcDatasetFromReceivedTracks(std::move(destination->tracks), destination->received,
-                                                     destination->overflow, threeColumns(), JobInfo{});
-    ASSERT_EQ(decoded.getRowCount(), frame.size() / (COLUMNS * 8));
     ASSERT_EQ(decoded.getTracks().size(), COLUMNS);
+    ASSERT_EQ(decoded.getRowCount(), frame.size() / (COLUMNS * 8));
     for (std::size_t c = 0; c < COLUMNS; ++c) {
         EXPECT_TRUE(decoded.getTracks()[c] == expected.getTracks()[c]) << "column " << c;
     }
 }
 
-TEST(LinkDirectDownload, ExactFrameFillsTheRanges) {
+void expectSizeMismatch(const Download& result, std::size_t received, std::uint64_t rows) {
+    ASSERT_FALSE(result.dataset);
+    EXPECT_EQ(result.dataset.error().code, ErrorCodeEnum::RESOURCE_CONTENT_INVALID);
+    EXPECT_EQ(result.dataset.error().getMessageFormatted(),
+              "job result of " + std::to_string(received) + " bytes received, but its header announces " +
+                  std::to_string(rows) + " rows of 3 columns (" + std::to_string(rows * COLUMNS * 8) + " bytes)");
+}
+
+TEST(LinkDirectDownload, FrameOfTheAnnouncedLengthFillsTheTracks) {
     const std::size_t rows = 100'000;  // several reads beyond the first part
     const auto frame = frameOf(COLUMNS * rows * 8);
-    ScriptedPeer peer(serving(frame));
-    LinkJsonSession session("127.0.0.1", peer.port());
-    ASSERT_FALSE(session.connect());
-    auto destination = std::make_shared<TrackDestination>(COLUMNS, rows);
-    std::string out;
-    ASSERT_FALSE(session.retrieveFullResource(jobResult(), destination, out, 0));
-    ASSERT_TRUE(destination->filled);
-    EXPECT_EQ(destination->received, frame.size());
-    EXPECT_TRUE(destination->overflow.empty());
-    for (std::size_t c = 0; c < COLUMNS; ++c) {
-        EXPECT_EQ(std::memcmp(destination->tracks[c].data(), frame.data() + c * rows * 8, rows * 8), 0);
+    for (const bool fragment : {false, true}) {
+        const auto result = download(frame, rows, fragment);
+        ASSERT_TRUE(result.dataset) << result.dataset.error().getMessageFormatted();
+        expectLikeTheWholeFrameDecoder(*result.dataset, frame);
     }
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frame);
 }
 
-TEST(LinkDirectDownload, ShorterFramesShrinkTheTracks) {
+TEST(LinkDirectDownload, FrameOfAnotherLengthThanAnnouncedFails) {
     const std::size_t rows = 100'000;
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(COLUMNS * 70'000 * 8));      // more than half
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(COLUMNS * 20'000 * 8 + 13));  // less, ragged end
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(COLUMNS * 99'999 * 8 + 7));
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(100));  // within the first part
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, std::string());
+    for (const bool fragment : {false, true}) {
+        SCOPED_TRACE(fragment ? "fragmented" : "one frame");
+        // Half a frame once gave a voltage track holding time values; a double frame swapped
+        // voltage and current.
+        expectSizeMismatch(download(frameOf(COLUMNS * rows * 4), rows, fragment), COLUMNS * rows * 4, rows);
+        expectSizeMismatch(download(frameOf(COLUMNS * rows * 16), rows, fragment), COLUMNS * rows * 16, rows);
+        expectSizeMismatch(download(frameOf(COLUMNS * rows * 8 - 1), rows, fragment), COLUMNS * rows * 8 - 1, rows);
+        expectSizeMismatch(download(frameOf(COLUMNS * rows * 8 + 8), rows, fragment), COLUMNS * rows * 8 + 8, rows);
+        expectSizeMismatch(download(frameOf(24), 0, fragment), 24, 0);
+    }
 }
 
-TEST(LinkDirectDownload, LongerFramesKeepEveryValue) {
-    const std::size_t rows = 100'000;
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(COLUMNS * 130'000 * 8 + 5));
-    expectDirectDownloadDecodesLikeTheWholeFrame(rows, frameOf(COLUMNS * 400'000 * 8));  // past several tracks
-    expectDirectDownloadDecodesLikeTheWholeFrame(10, frameOf(COLUMNS * 50'000 * 8));       // mostly overflow
+TEST(LinkDirectDownload, ZeroRowsGiveOneEmptyTrackPerColumn) {
+    for (const bool fragment : {false, true}) {
+        for (const auto announced : {std::optional<std::uint64_t>(0), std::optional<std::uint64_t>()}) {
+            const auto result = download(std::string(), announced, fragment);
+            ASSERT_TRUE(result.dataset);
+            EXPECT_EQ(result.dataset->getRowCount(), 0u);
+            ASSERT_EQ(result.dataset->getTracks().size(), COLUMNS);
+            for (const auto& track : result.dataset->getTracks()) EXPECT_TRUE(track.empty());
+            EXPECT_EQ(result.dataset->getHeader().size(), COLUMNS);
+        }
+    }
+}
+
+TEST(LinkDirectDownload, WithoutAnnouncedRowsTheLengthGivesTheRows) {
+    for (const bool fragment : {false, true}) {
+        for (const std::size_t bytes : {COLUMNS * 20'000 * 8 + 13, std::size_t{100}, COLUMNS * 8 - 1}) {
+            const auto frame = frameOf(bytes);
+            const auto result = download(frame, std::nullopt, fragment);
+            ASSERT_TRUE(result.dataset);
+            expectLikeTheWholeFrameDecoder(*result.dataset, frame);
+        }
+    }
+}
+
+TEST(LinkDirectDownload, HugeClaimWithSmallFrameAllocatesOnlyWhatArrives) {
+    const std::uint64_t claimed = 44'739'242;  // about 1 GiB of tracks
+    const auto frame = frameOf(1464);
+    for (const bool fragment : {false, true}) {
+        const auto result = download(frame, claimed, fragment);
+        EXPECT_LE(result.destination->allocatedBytes(), DcResultDestination::GROWTH_STEP);
+        expectSizeMismatch(result, 1464, claimed);
+    }
+    // The same for a claim whose byte count cannot even be represented.
+    const auto absurd = download(frame, std::uint64_t{1} << 62, false);
+    EXPECT_EQ(absurd.destination->allocatedBytes(), 0u);
+    ASSERT_FALSE(absurd.dataset);
+    EXPECT_EQ(absurd.dataset.error().code, ErrorCodeEnum::RESOURCE_CONTENT_INVALID);
 }
 
 TEST(LinkDirectDownload, TextFramesWhileArmedKeepTheTextPath) {
@@ -138,23 +172,19 @@ TEST(LinkDirectDownload, TextFramesWhileArmedKeepTheTextPath) {
     const std::string event = R"({"type":"EVENT","event":{"type":"MESSAGE_FROM_JOB","message":"hello"}})";
     ScriptedPeer peer([&](const json::object& request) {
         if (request.at("do") == "/status") {
-            auto action = PeerAction::reply(
-                request, {{"workstation_status", json::object{{"busy", false}, {"uptime", 7}}},
-                          {"padding", std::string(200'000, 'y')}});
-            return action;
+            return PeerAction::reply(request, {{"workstation_status", json::object{{"busy", false}, {"uptime", 7}}},
+                                               {"padding", std::string(200'000, 'y')}});
         }
-        return serving(frame, {large, event})(request);
+        return serving(frame, false, {large, event})(request);
     });
     LinkJsonSession session("127.0.0.1", peer.port());
     ASSERT_FALSE(session.connect());
-    auto destination = std::make_shared<TrackDestination>(COLUMNS, rows);
+    auto destination = std::make_shared<DcResultDestination>(COLUMNS, rows);
     std::string out;
     ASSERT_FALSE(session.retrieveFullResource(jobResult(), destination, out, 0));
-    ASSERT_TRUE(destination->filled);
-    EXPECT_EQ(destination->received, frame.size());
-    for (std::size_t c = 0; c < COLUMNS; ++c) {
-        EXPECT_EQ(std::memcmp(destination->tracks[c].data(), frame.data() + c * rows * 8, rows * 8), 0);
-    }
+    auto dataset = destination->takeDataset(threeColumns(), JobInfo{});
+    ASSERT_TRUE(dataset);
+    expectLikeTheWholeFrameDecoder(*dataset, frame);
     // A large text reply read in several parts, after the direct frame.
     auto status = session.getWorkstationStatus();
     ASSERT_TRUE(status);
@@ -163,20 +193,27 @@ TEST(LinkDirectDownload, TextFramesWhileArmedKeepTheTextPath) {
 
 TEST(LinkDirectDownload, WithoutDestinationTheWholeFrameArrives) {
     const auto frame = frameOf(3'000'000 + 3);
-    ScriptedPeer peer(serving(frame));
+    ScriptedPeer peer(serving(frame, false));
     LinkJsonSession session("127.0.0.1", peer.port());
     ASSERT_FALSE(session.connect());
     std::string out;
     ASSERT_FALSE(session.retrieveFullResource(jobResult(), out, 0));
     EXPECT_TRUE(out == frame);
     // After a download into a destination, the next one without destination is whole again.
-    auto destination = std::make_shared<TrackDestination>(COLUMNS, 1000);
+    auto destination = std::make_shared<DcResultDestination>(COLUMNS, std::nullopt);
     ASSERT_FALSE(session.retrieveFullResource(jobResult(), destination, out, 0));
     EXPECT_TRUE(destination->filled);
     EXPECT_EQ(destination->received, frame.size());
     out.clear();
     ASSERT_FALSE(session.retrieveFullResource(jobResult(), out, 0));
     EXPECT_TRUE(out == frame);
+
+    // A whole frame handed to a destination decodes like one written into it.
+    DcResultDestination whole(COLUMNS, std::nullopt);
+    whole.storeWhole(frame);
+    auto dataset = whole.takeDataset(threeColumns(), JobInfo{});
+    ASSERT_TRUE(dataset);
+    expectLikeTheWholeFrameDecoder(*dataset, frame);
 }
 
 }  // namespace

@@ -2,12 +2,19 @@
 
 #include "support/scripted_peer.hpp"
 
+#include "velmar_link_json/jobs/dc/dc_result_destination.hpp"
 #include "velmar_link_json/link_json_session.hpp"
+#include "velmar_link_json/link_ll_session.hpp"
 #include "velmar_link_json/velmar_link.hpp"
 
 #include <gtest/gtest.h>
 
+#include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/io_context.hpp>
+
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <thread>
 
 #include <dirent.h>
@@ -197,6 +204,182 @@ TEST(LinkTransport, ConnectDisconnectCyclesLeakNoThreadsOrDescriptors) {
     EXPECT_LE(countEntries("/proc/self/task"), tasks);
     EXPECT_LE(countEntries("/proc/self/fd"), fds);
     EXPECT_EQ(peer.connections(), 1001);
+}
+
+}  // namespace
+}  // namespace velmar
+
+namespace velmar {
+namespace {
+
+/// A low-level session of the real transport, run on its own I/O thread, that records what
+/// it delivers: text messages, and binary messages through the destination handler.
+class RecordingTransport {
+public:
+    RecordingTransport(const std::string& port, std::size_t maxMessageSize) {
+        LinkLlSessionFactory<LinkLlSession> factory("127.0.0.1", port, 0, "", "");
+        ll_.reset(factory.createSession(context_));
+        ll_->setMaxMessageSize(maxMessageSize);
+        ll_->setReceiveHandler([this](const std::string& text) {
+            std::lock_guard lock(mutex_);
+            texts_.push_back(text);
+            changed_.notify_all();
+        });
+        ll_->setReceiveBinaryHandler([this](std::string&& data) {
+            std::lock_guard lock(mutex_);
+            wholeBinaries_.push_back(std::move(data));
+            changed_.notify_all();
+        });
+        ll_->setBinaryDestinationHandlers(
+            [this] {
+                std::lock_guard lock(mutex_);
+                return std::exchange(armed_, nullptr);
+            },
+            [this](std::shared_ptr<BinaryDestination> destination) {
+                std::lock_guard lock(mutex_);
+                delivered_.push_back(std::move(destination));
+                changed_.notify_all();
+            });
+        EXPECT_EQ(ll_->connect(), LinkConnectOutcome::SUCCESS);
+        ll_->startServices();
+        thread_ = std::thread([this] { context_.run(); });
+    }
+
+    ~RecordingTransport() {
+        ll_->disconnect();
+        work_.reset();
+        context_.stop();
+        thread_.join();
+    }
+
+    AbstractLinkLlSession& ll() { return *ll_; }
+    void arm(std::shared_ptr<BinaryDestination> destination) {
+        std::lock_guard lock(mutex_);
+        armed_ = std::move(destination);
+    }
+    /// Sends a request and waits (bounded) until `texts` text and `binaries` binary messages
+    /// have arrived in all.
+    void request(const std::string& name, std::size_t texts, std::size_t binaries) {
+        ASSERT_TRUE(ll_->send(json::serialize(json::object{{"do", name}, {"request_id", name}})));
+        std::unique_lock lock(mutex_);
+        ASSERT_TRUE(changed_.wait_for(lock, 10s, [&] {
+            return texts_.size() >= texts && delivered_.size() + wholeBinaries_.size() >= binaries;
+        })) << name;
+    }
+    std::vector<std::string> texts() {
+        std::lock_guard lock(mutex_);
+        return texts_;
+    }
+    std::vector<std::shared_ptr<BinaryDestination>> delivered() {
+        std::lock_guard lock(mutex_);
+        return delivered_;
+    }
+    std::vector<std::string> wholeBinaries() {
+        std::lock_guard lock(mutex_);
+        return wholeBinaries_;
+    }
+
+private:
+    boost::asio::io_context context_;
+    boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_{context_.get_executor()};
+    std::unique_ptr<AbstractLinkLlSession> ll_;
+    std::thread thread_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<std::string> texts_;
+    std::vector<std::string> wholeBinaries_;
+    std::vector<std::shared_ptr<BinaryDestination>> delivered_;
+    std::shared_ptr<BinaryDestination> armed_;
+};
+
+constexpr std::size_t LIMIT = std::size_t{1} << 20;
+
+/// "text:N" answers with a text message of N bytes, "binary:N" with a binary one, each
+/// followed by the text "after"; "fragmented:..." sends the same in frames of a few KiB.
+PeerAction sizedMessages(const json::object& request) {
+    std::string name(request.at("do").as_string());
+    PeerAction action;
+    if (name.starts_with("fragmented:")) {
+        action.fragment = true;
+        name.erase(0, 11);
+    }
+    const auto colon = name.find(':');
+    const std::size_t size = std::stoull(name.substr(colon + 1));
+    if (name.starts_with("text")) {
+        action.texts.push_back("\"" + std::string(size - 2, 'x') + "\"");
+    } else {
+        action.binaries.push_back(std::string(size, '\x01'));
+    }
+    action.texts.push_back("after");
+    return action;
+}
+
+TEST(LinkTransportLimit, TooLargeTextIsDroppedAndTheConnectionStays) {
+    ScriptedPeer peer(sizedMessages);
+    RecordingTransport transport(peer.port(), LIMIT);
+    ::testing::internal::CaptureStderr();
+    transport.request("text:" + std::to_string(LIMIT + 1), 1, 0);
+    transport.request("fragmented:text:" + std::to_string(3 * LIMIT), 2, 0);
+    const std::string errors = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(transport.texts(), (std::vector<std::string>{"after", "after"}));
+    EXPECT_NE(errors.find("text message of " + std::to_string(LIMIT + 1) + " bytes exceeds the limit of " +
+                          std::to_string(LIMIT) + " bytes"),
+              std::string::npos)
+        << errors;
+    EXPECT_NE(errors.find("text message of " + std::to_string(3 * LIMIT) + " bytes"), std::string::npos) << errors;
+    // At the limit a message is still delivered.
+    transport.request("text:" + std::to_string(LIMIT), 4, 0);
+    EXPECT_EQ(transport.texts()[2].size(), LIMIT);
+    EXPECT_EQ(transport.ll().getConnectionStatus(), VelmarLinkConnectionStatusEnum::CONNECTED);
+}
+
+TEST(LinkTransportLimit, TooLargeBinaryFailsTheArmedDestinationAndTheConnectionStays) {
+    ScriptedPeer peer(sizedMessages);
+    RecordingTransport transport(peer.port(), LIMIT);
+    ::testing::internal::CaptureStderr();
+    std::size_t n = 0;
+    for (const std::string prefix : {"", "fragmented:"}) {
+        auto destination = std::make_shared<DcResultDestination>(3, std::nullopt);
+        transport.arm(destination);
+        ++n;
+        transport.request(prefix + "binary:" + std::to_string(LIMIT + 8), n, n);
+        const auto delivered = transport.delivered();
+        ASSERT_EQ(delivered.back(), destination);
+        ASSERT_TRUE(destination->failure);
+        EXPECT_EQ(destination->failure->code, ErrorCodeEnum::RESOURCE_CONTENT_INVALID);
+        EXPECT_EQ(destination->failure->getMessageFormatted(), "message of " + std::to_string(LIMIT + 8) +
+                                                                   " bytes exceeds the limit of " +
+                                                                   std::to_string(LIMIT) + " bytes");
+        EXPECT_EQ(destination->received, LIMIT + 8);
+        // Never more than the limit and one step of storage.
+        EXPECT_LE(destination->allocatedBytes(), LIMIT + DcResultDestination::GROWTH_STEP);
+        EXPECT_FALSE(destination->takeDataset(LiveDataHeader{}, JobInfo{}));
+    }
+    // Without an armed destination the refusal is still reported to the destination handler.
+    ++n;
+    transport.request("binary:" + std::to_string(2 * LIMIT), n, n);
+    ASSERT_TRUE(transport.delivered().back()->failure);
+    EXPECT_TRUE(transport.wholeBinaries().empty());
+    const std::string errors = ::testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("binary message of " + std::to_string(2 * LIMIT) + " bytes exceeds the limit"),
+              std::string::npos)
+        << errors;
+
+    // The link goes on: a binary message at the limit arrives whole, into a destination too.
+    ++n;
+    transport.request("binary:" + std::to_string(LIMIT), n, n);
+    ASSERT_EQ(transport.wholeBinaries().size(), 1u);
+    EXPECT_EQ(transport.wholeBinaries()[0].size(), LIMIT);
+    auto destination = std::make_shared<DcResultDestination>(2, std::nullopt);
+    transport.arm(destination);
+    ++n;
+    transport.request("binary:" + std::to_string(LIMIT), n, n);
+    EXPECT_FALSE(destination->failure);
+    auto dataset = destination->takeDataset(
+        LiveDataHeader{"m", "m", {ColumnHeader{"t", "s", "u:t"}, ColumnHeader{"v", "V", "u:v"}}}, JobInfo{});
+    ASSERT_TRUE(dataset);
+    EXPECT_EQ(dataset->getRowCount(), LIMIT / 16);
+    EXPECT_EQ(transport.ll().getConnectionStatus(), VelmarLinkConnectionStatusEnum::CONNECTED);
 }
 
 }  // namespace

@@ -30,15 +30,17 @@ struct PeerAction {
     std::vector<std::string> texts;
     std::vector<std::string> binaries;
     bool close = false;
+    /// Messages go out in frames of a few KiB instead of one frame each.
+    bool fragment = false;
 
     static PeerAction reply(const boost::json::object& request, boost::json::object body = {}) {
         body["type"] = "REPLY";
         body["request_id"] = request.at("request_id");
         body["status"] = "SUCCESS";
-        return PeerAction{{boost::json::serialize(body)}, {}, false};
+        return PeerAction{{boost::json::serialize(body)}, {}, false, false};
     }
     static PeerAction silence() { return {}; }
-    static PeerAction hangUp() { return PeerAction{{}, {}, true}; }
+    static PeerAction hangUp() { return PeerAction{{}, {}, true, false}; }
 };
 
 class ScriptedPeer {
@@ -130,6 +132,7 @@ private:
                     ++requests_;
                     auto parsed = boost::json::parse(beast::buffers_to_string(message.data()));
                     PeerAction action = script_(parsed.as_object());
+                    ws.auto_fragment(action.fragment);
                     for (const auto& text : action.texts) {
                         ws.text(true);
                         ws.write(boost::asio::buffer(text), ec);

@@ -1,5 +1,7 @@
 #include "json_common/configuration/workstation_info.hpp"
 
+#include "json_common/enum_names.hpp"
+
 #include <boost/json.hpp>
 
 #include <stdexcept>
@@ -9,21 +11,12 @@ namespace velmar {
 namespace json = boost::json;
 
 std::string_view workstationModeName(WorkstationModeEnum mode) {
-    switch (mode) {
-    case WorkstationModeEnum::NORMAL: return "NORMAL";
-    case WorkstationModeEnum::RECOVERY: return "RECOVERY";
-    case WorkstationModeEnum::FAILSAFE: return "FAILSAFE";
-    case WorkstationModeEnum::EMULATION: return "EMULATION";
-    }
-    return "NORMAL";
+    const auto name = enumName(mode);
+    return name.empty() ? enumName(WorkstationModeEnum::NORMAL) : name;
 }
 
 std::optional<WorkstationModeEnum> workstationModeFromName(std::string_view name) {
-    for (auto mode : {WorkstationModeEnum::NORMAL, WorkstationModeEnum::RECOVERY, WorkstationModeEnum::FAILSAFE,
-                      WorkstationModeEnum::EMULATION}) {
-        if (workstationModeName(mode) == name) return mode;
-    }
-    return std::nullopt;
+    return enumFromName<WorkstationModeEnum>(name);
 }
 
 namespace {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <boost/describe/enum.hpp>
+
 #include <cstdint>
 
 namespace velmar {
@@ -7,9 +9,11 @@ namespace velmar {
 /// Whether the device can be used normally or is in recovery mode. EMULATION is
 /// deliberately 1000.
 enum class WorkstationModeEnum : std::uint32_t { NORMAL = 0, RECOVERY = 1, FAILSAFE = 2, EMULATION = 1000 };
+BOOST_DESCRIBE_ENUM(WorkstationModeEnum, NORMAL, RECOVERY, FAILSAFE, EMULATION)
 
 /// The state of a link's connection.
 enum class VelmarLinkConnectionStatusEnum : std::uint32_t { DISCONNECTED = 0, CONNECTED = 1 };
+BOOST_DESCRIBE_ENUM(VelmarLinkConnectionStatusEnum, DISCONNECTED, CONNECTED)
 
 /// Bits of the connection flags.
 namespace VelmarLinkConnectionFlags {

@@ -12,10 +12,6 @@ VELMAR_DEFINE_DESCRIBED_JSON(GetCalibrationDataParameters)
 VELMAR_DEFINE_DESCRIBED_JSON(SetMeshJsonFileParameters)
 VELMAR_DEFINE_DESCRIBED_JSON(GetFilterUsageMatrixParameters)
 
-namespace {
-constexpr std::string_view kDataTypeNames[] = {"float", "float_vector", "spectra", "string"};
-}  // namespace
-
 CalibrationDataTypeEnum CalibrationDataValue::getType() const {
     return static_cast<CalibrationDataTypeEnum>(value.index() + 1);
 }
@@ -27,7 +23,7 @@ CalibrateParametersString CalibrateParametersString::fromParameters(const Calibr
 
 void tag_invoke(const boost::json::value_from_tag&, boost::json::value& jv, const CalibrationDataValue& record) {
     boost::json::object object;
-    object["type"] = kDataTypeNames[record.value.index()];
+    object["type"] = calibrationDataTypeName(record.getType());
     object["value"] = std::visit([](const auto& value) { return detail::memberToJson(value); }, record.value);
     jv = std::move(object);
 }
@@ -37,10 +33,11 @@ CalibrationDataValue tag_invoke(const boost::json::value_to_tag<CalibrationDataV
     const auto type = std::string_view(object.at("type").as_string());
     const auto& value = object.at("value");
     CalibrationDataValue out;
-    if (type == "float") out.value = detail::memberFromJson<double>(value);
-    else if (type == "float_vector") out.value = detail::memberFromJson<std::vector<double>>(value);
-    else if (type == "spectra") out.value = detail::memberFromJson<CalibrationSpectra>(value);
-    else if (type == "string") out.value = detail::memberFromJson<std::string>(value);
+    using enum CalibrationDataTypeEnum;
+    if (type == calibrationDataTypeName(FLOAT)) out.value = detail::memberFromJson<double>(value);
+    else if (type == calibrationDataTypeName(FLOAT_VECTOR)) out.value = detail::memberFromJson<std::vector<double>>(value);
+    else if (type == calibrationDataTypeName(SPECTRA)) out.value = detail::memberFromJson<CalibrationSpectra>(value);
+    else if (type == calibrationDataTypeName(STRING)) out.value = detail::memberFromJson<std::string>(value);
     else throw std::invalid_argument("unknown calibration data type '" + std::string(type) + "'");
     return out;
 }

@@ -1,22 +1,18 @@
 #include "json_common/job_parameters/drift_correction.hpp"
 
+#include "json_common/enum_names.hpp"
+
 #include <boost/json.hpp>
 
 namespace velmar {
 
 std::string_view driftCorrectionName(DriftCorrection value) {
-    switch (value) {
-        case DriftCorrection::DC_ONLY: return "DC_ONLY";
-        case DriftCorrection::OFF: return "OFF";
-        default: return "FULL";
-    }
+    const auto name = enumName(value);
+    return name.empty() ? enumName(DriftCorrection::FULL) : name;
 }
 
 std::optional<DriftCorrection> driftCorrectionFromName(std::string_view name) {
-    if (name == "FULL") return DriftCorrection::FULL;
-    if (name == "DC_ONLY") return DriftCorrection::DC_ONLY;
-    if (name == "OFF") return DriftCorrection::OFF;
-    return std::nullopt;
+    return enumFromName<DriftCorrection>(name);
 }
 
 std::optional<DriftCorrection> readOptionalDriftCorrection(const boost::json::object& object) {

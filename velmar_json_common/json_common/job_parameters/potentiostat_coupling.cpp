@@ -1,34 +1,44 @@
 #include "json_common/job_parameters/potentiostat_coupling.hpp"
 
+#include "json_common/enum_names.hpp"
+
 #include <boost/json.hpp>
 
-#include <array>
+#include <map>
 #include <stdexcept>
 #include <string>
 
 namespace velmar {
 
 namespace {
-constexpr std::array<std::string_view, 3> kCouplingNames{"POTENTIOSTATIC", "GALVANOSTATIC", "FRA_PROBE"};
 
-// Indexed by the value of CalibrationTypesEnum.
-constexpr std::array<std::string_view, 22> kCalibrationTypeNames{
-    "dump",         "load",         "dc",          "main_shunts_dc",  "external_potentiostat_dc", "filter",
-    "gain",         "mux_filter",   "mux_gain",    "mux4_filter",     "mux4_gain",                "mux4_dc_gain",
-    "voltage_range", "shunt_open",  "shunt_load",  "shunt_short",     "shunt_reference",          "main_voltage_range",
-    "main_shunt_open", "main_shunt_load", "main_shunt_short", "reference_adc"};
+/// The lower-case names of a described enumeration, built once from its description.
+template <class Enum>
+std::string_view lowerCaseName(Enum value, Enum fallback) {
+    static const auto names = [] {
+        std::map<Enum, std::string> table;
+        boost::mp11::mp_for_each<boost::describe::describe_enumerators<Enum>>([&](auto descriptor) {
+            std::string name(descriptor.name);
+            for (auto& c : name) {
+                if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+            }
+            table.emplace(descriptor.value, std::move(name));
+        });
+        return table;
+    }();
+    const auto found = names.find(value);
+    return found != names.end() ? found->second : names.at(fallback);
+}
+
 }  // namespace
 
 std::string_view potentiostatCouplingName(PotentiostatCoupling coupling) {
-    const auto index = static_cast<std::size_t>(coupling);
-    return index < kCouplingNames.size() ? kCouplingNames[index] : kCouplingNames[0];
+    const auto name = enumName(coupling);
+    return name.empty() ? enumName(PotentiostatCoupling::POTENTIOSTATIC) : name;
 }
 
 std::optional<PotentiostatCoupling> potentiostatCouplingFromName(std::string_view name) {
-    for (std::size_t i = 0; i < kCouplingNames.size(); ++i) {
-        if (kCouplingNames[i] == name) return static_cast<PotentiostatCoupling>(i);
-    }
-    return std::nullopt;
+    return enumFromName<PotentiostatCoupling>(name);
 }
 
 void tag_invoke(const boost::json::value_from_tag&, boost::json::value& jv, PotentiostatCoupling coupling) {
@@ -42,8 +52,11 @@ PotentiostatCoupling tag_invoke(const boost::json::value_to_tag<PotentiostatCoup
 }
 
 std::string_view calibrationTypesEnumToString(CalibrationTypesEnum type) {
-    const auto index = static_cast<std::size_t>(type);
-    return index < kCalibrationTypeNames.size() ? kCalibrationTypeNames[index] : std::string_view("dc");
+    return lowerCaseName(type, CalibrationTypesEnum::DC);
+}
+
+std::string_view calibrationDataTypeName(CalibrationDataTypeEnum type) {
+    return lowerCaseName(type, CalibrationDataTypeEnum::UNDEFINED);
 }
 
 }  // namespace velmar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <boost/describe/enum.hpp>
 #include <boost/json/fwd.hpp>
 
 #include <cstdint>
@@ -10,8 +11,10 @@ namespace velmar {
 
 /// The feedback mode of a potentiostat.
 enum class PotentiostatCoupling : std::uint32_t { POTENTIOSTATIC = 0, GALVANOSTATIC = 1, FRA_PROBE = 2 };
+BOOST_DESCRIBE_ENUM(PotentiostatCoupling, POTENTIOSTATIC, GALVANOSTATIC, FRA_PROBE)
 
-/// The calibration kinds; only DC is offered to users.
+/// The calibration kinds; only DC is offered to users. Described in the order in which they
+/// are offered (which differs from the values on purpose); the wire text is the lower-case name.
 enum class CalibrationTypesEnum : std::uint32_t {
     DUMP = 0,
     LOAD = 1,
@@ -36,9 +39,14 @@ enum class CalibrationTypesEnum : std::uint32_t {
     MAIN_SHUNT_SHORT = 20,
     REFERENCE_ADC = 21,
 };
+BOOST_DESCRIBE_ENUM(CalibrationTypesEnum, DC, MAIN_SHUNTS_DC, EXTERNAL_POTENTIOSTAT_DC, DUMP, LOAD, FILTER, GAIN,
+                    MUX_FILTER, MUX_GAIN, MUX4_FILTER, MUX4_GAIN, MUX4_DC_GAIN, VOLTAGE_RANGE, SHUNT_OPEN, SHUNT_LOAD,
+                    SHUNT_SHORT, SHUNT_REFERENCE, MAIN_VOLTAGE_RANGE, MAIN_SHUNT_OPEN, MAIN_SHUNT_LOAD,
+                    MAIN_SHUNT_SHORT, REFERENCE_ADC)
 
-/// The data type of calibration data.
+/// The data type of calibration data; the wire text is the lower-case name.
 enum class CalibrationDataTypeEnum : std::uint32_t { UNDEFINED = 0, FLOAT = 1, FLOAT_VECTOR = 2, SPECTRA = 3, STRING = 4 };
+BOOST_DESCRIBE_ENUM(CalibrationDataTypeEnum, UNDEFINED, FLOAT, FLOAT_VECTOR, SPECTRA, STRING)
 
 /// Name of a coupling ("POTENTIOSTATIC", "GALVANOSTATIC", "FRA_PROBE"); the JSON form is this name.
 std::string_view potentiostatCouplingName(PotentiostatCoupling coupling);
@@ -49,5 +57,8 @@ PotentiostatCoupling tag_invoke(const boost::json::value_to_tag<PotentiostatCoup
 
 /// The wire text of a calibration type; a value outside 0 to 21 yields "dc".
 std::string_view calibrationTypesEnumToString(CalibrationTypesEnum type);
+/// The wire text of a calibration data type ("float", "float_vector", "spectra", "string";
+/// "undefined"); a value outside the enumeration yields "undefined".
+std::string_view calibrationDataTypeName(CalibrationDataTypeEnum type);
 
 }  // namespace velmar

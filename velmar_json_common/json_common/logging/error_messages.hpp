@@ -43,4 +43,9 @@ inline constexpr std::string_view JOB_ALREADY_RUNNING = "job is already running"
 inline constexpr std::string_view BLOCKING_CALL_FROM_CALLBACK = "blocking call from a callback of the same link";
 inline constexpr std::string_view TOO_MANY_PARAMETERS = "Error: Too many parameters ({} > {}). Format string: '{}'";
 
+// Result downloads and incoming messages checked against what the headers state.
+inline constexpr std::string_view RESULT_FRAME_SIZE_MISMATCH =
+    "job result of {0} bytes received, but its header announces {1} rows of {2} columns ({3} bytes)";
+inline constexpr std::string_view MESSAGE_TOO_LARGE = "message of {0} bytes exceeds the limit of {1} bytes";
+
 }  // namespace velmar::messages

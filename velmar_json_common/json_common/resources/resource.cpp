@@ -1,8 +1,9 @@
 #include "json_common/resources/resource.hpp"
 
+#include "json_common/enum_names.hpp"
+
 #include <boost/json.hpp>
 
-#include <array>
 #include <stdexcept>
 
 namespace velmar {
@@ -10,16 +11,6 @@ namespace velmar {
 namespace json = boost::json;
 
 namespace {
-
-constexpr std::array<std::pair<ResourceTypeEnum, std::string_view>, 7> kTypeNames{{
-    {ResourceTypeEnum::UNDEFINED, "UNDEFINED"},
-    {ResourceTypeEnum::FIRMWARE_UPDATE, "FIRMWARE_UPDATE"},
-    {ResourceTypeEnum::WAVE, "WAVE"},
-    {ResourceTypeEnum::CALIB_MESH, "CALIB_MESH"},
-    {ResourceTypeEnum::VELMAR_BINARY, "VELMAR_BINARY"},
-    {ResourceTypeEnum::DEBUG_INFO, "DEBUG_INFO"},
-    {ResourceTypeEnum::JOB_RESULT, "JOB_RESULT"},
-}};
 
 void readString(const json::object& object, std::string_view key, std::string& out) {
     const auto* value = object.if_contains(key);
@@ -32,17 +23,12 @@ void readString(const json::object& object, std::string_view key, std::string& o
 }  // namespace
 
 std::string_view resourceTypeName(ResourceTypeEnum type) {
-    for (const auto& [value, name] : kTypeNames) {
-        if (value == type) return name;
-    }
-    return "UNDEFINED";
+    const auto name = enumName(type);
+    return name.empty() ? enumName(ResourceTypeEnum::UNDEFINED) : name;
 }
 
 std::optional<ResourceTypeEnum> resourceTypeFromName(std::string_view name) {
-    for (const auto& [value, text] : kTypeNames) {
-        if (text == name) return value;
-    }
-    return std::nullopt;
+    return enumFromName<ResourceTypeEnum>(name);
 }
 
 void tag_invoke(const json::value_from_tag&, json::value& jv, const Resource& resource) {

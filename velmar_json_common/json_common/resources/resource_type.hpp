@@ -1,5 +1,7 @@
 #pragma once
 
+#include <boost/describe/enum.hpp>
+
 #include <cstdint>
 
 namespace velmar {
@@ -14,5 +16,6 @@ enum class ResourceTypeEnum : std::uint32_t {
     DEBUG_INFO = 5,
     JOB_RESULT = 6,
 };
+BOOST_DESCRIBE_ENUM(ResourceTypeEnum, UNDEFINED, FIRMWARE_UPDATE, WAVE, CALIB_MESH, VELMAR_BINARY, DEBUG_INFO, JOB_RESULT)
 
 }  // namespace velmar

@@ -40,23 +40,6 @@ void copyLittleEndian(double* out, const char* bytes, std::size_t count) {
     }
 }
 
-/// Sizes a track for `rows` values. Large tracks ask the kernel for huge pages first: the
-/// page faults of first touch otherwise cost several times the copy itself.
-void sizeTrack(std::vector<double>& track, std::size_t rows) {
-    track.reserve(rows);
-#if defined(__linux__) && defined(MADV_HUGEPAGE)
-    constexpr std::size_t HUGE_PAGE = std::size_t{2} << 20;
-    const std::size_t bytes = rows * sizeof(double);
-    if (bytes >= 4 * HUGE_PAGE) {
-        const auto begin = reinterpret_cast<std::uintptr_t>(track.data());
-        const auto first = (begin + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
-        const auto last = (begin + bytes) & ~(HUGE_PAGE - 1);
-        if (last > first) (void)madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
-    }
-#endif
-    track.resize(rows);
-}
-
 void appendLittleEndian(std::string& out, const std::vector<double>& values) {
     if (values.empty()) return;
     if constexpr (std::endian::native == std::endian::little) {
@@ -70,6 +53,21 @@ void appendLittleEndian(std::string& out, const std::vector<double>& values) {
 }
 
 }  // namespace
+
+void sizeTrackForBulkWrite(std::vector<double>& track, std::size_t rows) {
+    track.reserve(rows);
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+    constexpr std::size_t HUGE_PAGE = std::size_t{2} << 20;
+    const std::size_t bytes = rows * sizeof(double);
+    if (bytes >= 4 * HUGE_PAGE) {
+        const auto begin = reinterpret_cast<std::uintptr_t>(track.data());
+        const auto first = (begin + HUGE_PAGE - 1) & ~(HUGE_PAGE - 1);
+        const auto last = (begin + bytes) & ~(HUGE_PAGE - 1);
+        if (last > first) (void)madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
+#endif
+    track.resize(rows);
+}
 
 DcDataset::DcDataset(LiveDataHeader&& header, JobInfo&& jobInfo)
     : DataSet(std::move(jobInfo)),
@@ -85,7 +83,9 @@ DcDataset::DcDataset(std::string jobType, std::string jobTypeShort, std::vector<
       jobTypeShort_(std::move(jobTypeShort)),
       header_(std::move(header)),
       tracks_(std::move(tracks)) {
-    tracks_.resize(header_.size());
+    if (tracks_.size() > header_.size()) tracks_.resize(header_.size());
+    const std::size_t rows = tracks_.empty() ? 0 : tracks_.front().size();
+    while (tracks_.size() < header_.size()) tracks_.emplace_back(rows, QUIET_NAN);
 }
 
 std::size_t DcDataset::indexOf(const ColumnHeader& column) const {
@@ -223,7 +223,7 @@ DcDataset dcDatasetFromBinary(std::string_view payload, LiveDataHeader&& header,
     if (columns == 0) return dataset;
     const std::size_t rows = payload.size() / (columns * sizeof(double));
     for (std::size_t c = 0; c < columns; ++c) {
-        sizeTrack(tracks[c], rows);
+        sizeTrackForBulkWrite(tracks[c], rows);
         copyLittleEndian(tracks[c].data(), payload.data() + c * rows * sizeof(double), rows);
     }
     return dataset;
@@ -232,94 +232,6 @@ DcDataset dcDatasetFromBinary(std::string_view payload, LiveDataHeader&& header,
 DcDataset dcDatasetFromBinary(std::string&& payload, LiveDataHeader&& header, JobInfo&& jobInfo) {
     const std::string owned(std::move(payload));
     return dcDatasetFromBinary(std::string_view(owned), std::move(header), std::move(jobInfo));
-}
-
-namespace {
-
-/// The frame as the download laid it out: the tracks' bytes in column order, then `overflow`.
-/// Track k holds frame bytes [k x trackBytes, (k+1) x trackBytes).
-struct ReceivedFrame {
-    std::vector<std::vector<double>>& tracks;
-    std::size_t trackBytes;
-    std::string_view overflow;
-
-    /// Calls piece(source, count, offsetInRange) for the stored pieces of frame bytes
-    /// [offset, offset + count), from the last piece to the first.
-    template <class Piece>
-    void piecesBackwards(std::size_t offset, std::size_t count, Piece&& piece) const {
-        std::size_t end = offset + count;
-        while (end > offset) {
-            const std::size_t segment = (end - 1) / trackBytes;
-            const std::size_t segmentBegin = segment * trackBytes;
-            const std::size_t begin = std::max(offset, segmentBegin);
-            const char* base = segment < tracks.size()
-                                   ? reinterpret_cast<const char*>(tracks[segment].data())
-                                   : overflow.data() + (segmentBegin - tracks.size() * trackBytes);
-            piece(base + (begin - segmentBegin), end - begin, begin - offset);
-            end = begin;
-        }
-    }
-};
-
-/// Big-endian hosts: the tracks hold little-endian bytes until swapped in place.
-void fixByteOrder(std::vector<std::vector<double>>& tracks) {
-    if constexpr (std::endian::native != std::endian::little) {
-        for (auto& track : tracks) {
-            for (auto& value : track) {
-                value = std::bit_cast<double>(std::byteswap(std::bit_cast<std::uint64_t>(value)));
-            }
-        }
-    }
-}
-
-}  // namespace
-
-DcDataset dcDatasetFromReceivedTracks(std::vector<std::vector<double>>&& tracks, std::uint64_t received,
-                                      std::string_view overflow, LiveDataHeader&& header, JobInfo&& jobInfo) {
-    DcDataset dataset(std::move(header), std::move(jobInfo));
-    auto& target = dataset.tracksForWriting();
-    const std::size_t columns = target.size();
-    if (columns == 0) return dataset;
-    const std::size_t capacityRows = tracks.size() == columns ? tracks.front().size() : 0;
-    const std::size_t trackBytes = capacityRows * sizeof(double);
-    const std::size_t rows = static_cast<std::size_t>(received / (columns * sizeof(double)));
-    if (rows == capacityRows) {
-        target = std::move(tracks);
-    } else if (rows < capacityRows) {
-        // Track c takes frame bytes [c x rows x 8, (c+1) x rows x 8), which lie at or before its
-        // own storage. Moving the tracks from the last to the first never overwrites bytes that
-        // a track still to be moved needs.
-        const ReceivedFrame frame{tracks, trackBytes, {}};
-        const std::size_t bytes = rows * sizeof(double);
-        for (std::size_t c = columns; c-- > 0;) {
-            auto* out = reinterpret_cast<char*>(tracks[c].data());
-            frame.piecesBackwards(c * bytes, bytes, [out](const char* source, std::size_t count, std::size_t at) {
-                std::memmove(out + at, source, count);
-            });
-        }
-        for (auto& track : tracks) track.resize(rows);
-        target = std::move(tracks);
-    } else {
-        // Longer than announced: every track moves, so each goes to new storage.
-        const ReceivedFrame frame{tracks, trackBytes, overflow};
-        const std::size_t bytes = rows * sizeof(double);
-        std::vector<std::vector<double>> grown(columns);
-        for (std::size_t c = 0; c < columns; ++c) {
-            sizeTrack(grown[c], rows);
-            auto* out = reinterpret_cast<char*>(grown[c].data());
-            if (trackBytes == 0) {
-                std::memcpy(out, overflow.data() + c * bytes, bytes);
-                continue;
-            }
-            frame.piecesBackwards(c * bytes, bytes, [out](const char* source, std::size_t count, std::size_t at) {
-                std::memcpy(out + at, source, count);
-            });
-        }
-        tracks.clear();
-        target = std::move(grown);
-    }
-    fixByteOrder(target);
-    return dataset;
 }
 
 namespace {

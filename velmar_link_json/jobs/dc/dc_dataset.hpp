@@ -19,8 +19,10 @@ namespace velmar {
 
 /// The result of a DC job: a table of doubles stored column-major, one track per column,
 /// with a header that says what each column holds. Track 0 is the time column by convention.
-/// Invariant: header and tracks have the same count and every track has the row count as
-/// length; only appendDataRow with a short row can leave the tracks ragged.
+/// Invariant: header and tracks have the same count, whatever the source of the dataset (no
+/// constructor or decoder leaves a column without its track, also without rows), and every
+/// track has the row count as length; only appendDataRow with a short row can leave the
+/// tracks ragged.
 /// Single-threaded; lookups never throw.
 class DcDataset : public DataSet {
 public:
@@ -30,8 +32,8 @@ public:
     DcDataset() = default;
     /// An empty dataset with the columns and job types of a live-data header.
     DcDataset(LiveDataHeader&& header, JobInfo&& jobInfo);
-    /// A dataset with given columns and tracks; `tracks` may be empty (no rows yet), otherwise
-    /// it must hold one track per column.
+    /// A dataset with given columns and tracks: one track per column. Missing tracks are added
+    /// filled with quiet NaN to the length of track 0, tracks beyond the columns are dropped.
     DcDataset(std::string jobType, std::string jobTypeShort, std::vector<ColumnHeader> header,
               std::vector<std::vector<double>> tracks, JobInfo&& jobInfo);
 
@@ -82,7 +84,8 @@ public:
     /// Type "DC", job types, row count, first value of track 0 (NaN without rows), job info.
     DatasetInfo getInfo() const override;
 
-    /// Mutable access for decoders that fill the tracks in place (sizes must stay equal).
+    /// Mutable access for decoders that fill the tracks in place: one track per column stays,
+    /// sizes must stay equal. Tracks moved out must be handed back through the constructor.
     std::vector<std::vector<double>>& tracksForWriting() { return tracks_; }
 
 private:
@@ -114,14 +117,10 @@ DcDataset dcDatasetFromBinary(std::string_view payload, LiveDataHeader&& header,
 /// Same, taking over the downloaded frame; its memory is released before returning.
 DcDataset dcDatasetFromBinary(std::string&& payload, LiveDataHeader&& header, JobInfo&& jobInfo);
 
-/// Tracks that a download wrote into directly: `tracks` (one per header column, all of one
-/// length R) received the first C x R x 8 bytes of a frame of `received` bytes in column
-/// order; `overflow` holds the bytes beyond them. The result equals dcDatasetFromBinary of the
-/// whole frame: a frame of exactly C x R x 8 bytes keeps the tracks as they are, a shorter one
-/// has its values moved into place within the tracks, which shrink, and a longer one is
-/// copied into new tracks of its own row count.
-DcDataset dcDatasetFromReceivedTracks(std::vector<std::vector<double>>&& tracks, std::uint64_t received,
-                                      std::string_view overflow, LiveDataHeader&& header, JobInfo&& jobInfo);
+/// Sizes a track for `rows` values that are about to be written in bulk. Large tracks ask the
+/// kernel for huge pages first: the page faults of first touch otherwise cost several times
+/// the copy itself.
+void sizeTrackForBulkWrite(std::vector<double>& track, std::size_t rows);
 
 /// Builds a dataset from an array of recorded live-data events: the "LIVE_DATA_HEADER" event
 /// gives the header at "/event/header", each "LIVE_DATA_ROWS" event rows at "/event/data"
