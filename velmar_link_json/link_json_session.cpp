@@ -695,15 +695,22 @@ void LinkJsonSession::dispatchIncommingBinary(std::string&& data) {
 }
 
 // I/O thread. A frame written into a destination whose download has meanwhile ended (time-out,
-// cancellation, a newer download) is dropped with it.
+// cancellation, a newer download) is dropped with it. A frame the transport refused (too large)
+// fails the pending download, whichever destination it was read into.
 void LinkJsonSession::dispatchIncommingBinary(std::shared_ptr<BinaryDestination> destination) {
     std::shared_ptr<DownloadHandler> handler;
+    const bool refused = destination && destination->failure.has_value();
     {
         std::lock_guard lock(impl_->downloadMutex);
-        if (!impl_->pendingDownload || impl_->pendingDestination != destination) return;
+        if (!impl_->pendingDownload) return;
+        if (!refused && impl_->pendingDestination != destination) return;
         handler = std::move(impl_->pendingDownload);
         impl_->pendingDestination.reset();
         ++impl_->downloadGeneration;
+    }
+    if (refused) {
+        (*handler)(std::string(), *destination->failure);
+        return;
     }
     (*handler)(std::string(), std::nullopt);
 }
