@@ -1,6 +1,7 @@
 #include "emulator/core/device_model.hpp"
 
 #include "emulator/core/emulator_messages.hpp"
+#include "emulator/core/request_params.hpp"
 #include "json_common/exact_json.hpp"
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/error_object_json.hpp"
@@ -109,7 +110,13 @@ void DeviceModel::handleText(std::string_view connectionId, std::string_view tex
 
     const auto fault = faults_.take(*path);
     EndpointResult result;
-    if (const auto* handler = endpoints_.find(*path)) {
+    const auto* handler = endpoints_.find(*path);
+    std::optional<std::string> nonFinite;
+    if (handler != nullptr && !endpoints_.checksOwnNumbers(*path)) nonFinite = findNonFiniteNumber(parsed, "");
+    if (nonFinite) {
+        // The path without its leading "/": "settings/display_brightness".
+        result = EndpointResult::failure(notANumber(std::string_view(*nonFinite).substr(1)));
+    } else if (handler != nullptr) {
         try {
             result = (*handler)(RequestContext{.request = *request, .path = *path, .connection = *record});
         } catch (const std::bad_alloc&) {

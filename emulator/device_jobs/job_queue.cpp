@@ -137,6 +137,7 @@ std::expected<std::shared_ptr<JobQueue::Job>, ErrorObject> JobQueue::parse(const
     partial.type = std::string(*type);
     if (const auto* meta = request.if_contains("job_meta"); meta != nullptr && meta->is_object())
         partial.meta = meta->get_object();
+    if (auto path = findNonFiniteNumber(*jobValue, "job")) return std::unexpected(notANumber(*path));
     const auto* kind = findJobKind(*type);
     if (kind == nullptr)
         return std::unexpected(
@@ -523,11 +524,13 @@ std::shared_ptr<JobQueue> installDeviceJobs(DeviceModel& model, DeviceJobsOption
     auto queue = std::make_shared<JobQueue>(model, std::move(options));
     registerDcExecutors(queue->executors());
     auto& endpoints = model.endpoints();
-    endpoints.add("/job/start", [queue](const RequestContext& c) { return queue->start(c); });
+    endpoints.add("/job/start", [queue](const RequestContext& c) { return queue->start(c); },
+                  NumberCheckEnum::BY_HANDLER);
     endpoints.add("/job/info", [queue](const RequestContext& c) { return queue->info(c); });
     endpoints.add("/job/list", [queue](const RequestContext& c) { return queue->list(c); });
     endpoints.add("/job/check_parameters",
-                  [queue](const RequestContext& c) { return queue->checkParameters(c); });
+                  [queue](const RequestContext& c) { return queue->checkParameters(c); },
+                  NumberCheckEnum::BY_HANDLER);
     endpoints.add("/emulator/make_dc_result", [queue](const RequestContext& c) { return queue->makeDcResult(c); });
     std::weak_ptr<JobQueue> weak = queue;
     model.setStopHandler([weak](const StopRequest& request) {
