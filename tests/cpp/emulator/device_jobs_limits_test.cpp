@@ -53,19 +53,7 @@ const json::object kAcCv{{"start_value", 0.0}, {"first_vertex", 0.5}, {"second_v
 const json::object kOcv{{"duration", 1.0}, {"output_data_rate", 10.0}};
 const json::object kWave{{"output_data_rate", 10.0}, {"value_rate", 10.0}, {"repetitions", 1.0},
                          {"current_range", 0.01},    {"values", json::array{0.1, 0.2}}, {"bias", 0.0}};
-const json::object kEis{{"bias", 0.0},
-                        {"frequency_range",
-                         {{"type", "generate"},
-                          {"min_frequency", 100.0},
-                          {"max_frequency", 1e6},
-                          {"start_frequency", 1e4},
-                          {"points_per_decade_upper", 20},
-                          {"points_per_decade_lower", 5},
-                          {"pre_duration", 0.1},
-                          {"pre_waves", 1},
-                          {"meas_duration", 1.0},
-                          {"meas_waves", 5},
-                          {"amplitude", 0.01}}}};
+const json::object& kEis = kEisGenerate;
 
 constexpr std::uint64_t kU64Max = std::numeric_limits<std::uint64_t>::max();
 
