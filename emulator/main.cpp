@@ -31,12 +31,23 @@ int main(int argc, char** argv) {
         .port = commandLine->port,
         .handshake = {.protocolVersion = commandLine->protocolVersion},
         .idleExit = commandLine->idleExit,
-        .model = {.seed = commandLine->seed, .timeScale = commandLine->timeScale},
+        .model = {.seed = commandLine->seed,
+                  .timeScale = commandLine->timeScale,
+                  .resourceCapacity = commandLine->resourceCapacity,
+                  .resourceDescriptionCapacity = commandLine->resourceDescriptionBytes},
+        .limits = {.maxConnections = commandLine->maxConnections,
+                   .maxMessageBytes = commandLine->maxMessageBytes,
+                   .maxIncomingBytes = commandLine->maxIncomingBytes,
+                   .maxOutgoingBytes = commandLine->maxOutgoingBytes,
+                   .maxOutgoingFrames = commandLine->maxOutgoingFrames},
     };
     if (commandLine->user) options.handshake.credentials.emplace(*commandLine->user, *commandLine->password);
 
     EmulatorServer server(std::move(options));
-    installDeviceJobs(server.model(), {.queueCapacity = commandLine->queueSize, .cellSpec = commandLine->cellSpec});
+    installDeviceJobs(server.model(), {.queueCapacity = commandLine->queueSize,
+                                       .cellSpec = commandLine->cellSpec,
+                                       .endedJobsKept = commandLine->jobsKept,
+                                       .endedJobsKeptBytes = commandLine->jobsKeptBytes});
     auto endpoint = server.listen();
     if (!endpoint) {
         std::cerr << "velmar-emulator: " << endpoint.error() << '\n';

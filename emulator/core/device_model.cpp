@@ -61,7 +61,7 @@ DeviceModel::DeviceModel(Scheduler& scheduler, DeviceModelOptions options)
       ids_(options_.seed),
       settings_(SettingsTable::defaultDefinitions(identity_.serialNumber, identity_.firmwareVersion,
                                                   options_.userName.empty() ? "admin" : options_.userName)),
-      resources_(ids_, options_.resourceCapacity) {
+      resources_(ids_, options_.resourceCapacity, options_.resourceDescriptionCapacity) {
     registerDeviceEndpoints(*this);
     registerResourceEndpoints(*this);
     registerEmulatorEndpoints(*this);

@@ -35,6 +35,8 @@ struct DeviceModelOptions {
     std::string userName;
     /// Bound of the sum of all resource contents.
     std::uint64_t resourceCapacity = 1ull << 30;
+    /// Bound of the sum of all resource descriptions (names, headers; see ResourceStore).
+    std::uint64_t resourceDescriptionCapacity = 64ull << 20;
 };
 
 /// The queue mode of a "/stop" request.

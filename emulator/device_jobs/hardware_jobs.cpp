@@ -27,6 +27,16 @@ namespace {
 
 constexpr double kCalibrationSeconds = 3.0;
 constexpr double kRebootSeconds = 1.0;
+/// Bounds of the tables that jobs fill with new keys.
+constexpr std::size_t kMaxHardwareProperties = 1024;
+constexpr std::size_t kMaxCalibrationEntries = 256;
+
+/// OUT_OF_MEMORY unless `table` has room for `key` (an existing key is replaced in place).
+template <class Map, class Key>
+ErrorObject roomFor(const Map& table, const Key& key, std::size_t maximum, std::string_view what) {
+    if (table.size() < maximum || table.contains(key)) return {};
+    return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, job_messages::TABLE_FULL, what, std::uint64_t{maximum});
+}
 
 std::string_view stringOf(const json::object& parameters, std::string_view key) {
     const auto* value = parameters.if_contains(key);
@@ -196,7 +206,10 @@ struct HardwareJobs {
         } else {
             stored = std::string(value.get_string());
         }
-        m.properties_[{std::string(stringOf(p, "uri")), std::string(stringOf(p, "key"))}] = std::move(stored);
+        std::pair key{std::string(stringOf(p, "uri")), std::string(stringOf(p, "key"))};
+        if (auto error = roomFor(m.properties_, key, kMaxHardwareProperties, "hardware properties"))
+            return std::unexpected(std::move(error));
+        m.properties_[std::move(key)] = std::move(stored);
         return json::object{};
     }
 
@@ -325,7 +338,10 @@ struct HardwareJobs {
             {"\xF0\x9F\x9B\xA0\xEF\xB8\x8F/set_calibration_data", {nullptr, &calibrationSeconds,
                 [](M& m, const P& p, R&) -> Result {
                     const auto* data = p.if_contains("data");
-                    m.calibrationData_[calibrationKey(p)] = data != nullptr ? *data : json::value();
+                    auto key = calibrationKey(p);
+                    if (auto error = roomFor(m.calibrationData_, key, kMaxCalibrationEntries, "calibration data"))
+                        return std::unexpected(std::move(error));
+                    m.calibrationData_[std::move(key)] = data != nullptr ? *data : json::value();
                     return json::object{};
                 }}},
             {"\xF0\x9F\x9B\xA0\xEF\xB8\x8F/get_calibration_data", {nullptr, nullptr, [](M& m, const P& p, R&) -> Result {

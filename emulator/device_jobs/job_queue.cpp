@@ -47,6 +47,8 @@ struct JobQueue::Job {
     double elapsed = 0.0;
     /// The PENDING event has been sent and the queue kicked (see announce()).
     bool announced = false;
+    /// What the job holds, counted against DeviceJobsOptions::endedJobsKeptBytes once ended.
+    std::size_t retainedBytes = 0;
 
     bool isEnded() const { return status == JobStatusEnum::FINISHED || status == JobStatusEnum::FAILED; }
 };
@@ -388,6 +390,10 @@ void JobQueue::finish(const std::shared_ptr<Job>& job, JobStatusEnum status, Job
     if (job->error) done["error"] = errorObjectToJson(job->error);
     model_.sendFrame(job->connectionId, done);
 
+    job->retainedBytes = kJobOverheadBytes + json::serialize(job->parameters).size() +
+                         json::serialize(job->stopConditions).size() + json::serialize(job->meta).size() +
+                         (job->result ? json::serialize(*job->result).size() : 0);
+    endedBytes_ += job->retainedBytes;
     std::erase(bypassing_, job);
     std::erase(pending_, job);
     if (running_ == job) {
@@ -400,9 +406,11 @@ void JobQueue::finish(const std::shared_ptr<Job>& job, JobStatusEnum status, Job
 void JobQueue::forgetOldJobs() {
     std::size_t ended = 0;
     for (const auto& [id, job] : jobs_) ended += job->isEnded() ? 1 : 0;
-    for (auto it = order_.begin(); it != order_.end() && ended > options_.endedJobsKept;) {
+    const auto overBound = [&] { return ended > options_.endedJobsKept || endedBytes_ > options_.endedJobsKeptBytes; };
+    for (auto it = order_.begin(); it != order_.end() && overBound();) {
         const auto found = jobs_.find(*it);
         if (found != jobs_.end() && found->second->isEnded()) {
+            endedBytes_ -= found->second->retainedBytes;
             jobs_.erase(found);
             it = order_.erase(it);
             --ended;

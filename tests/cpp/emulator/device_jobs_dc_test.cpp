@@ -104,7 +104,7 @@ TEST(DeviceJobsDc, StopConditionEndsTheJobWithTheTriggeringRow) {
 
 TEST(DeviceJobsDc, WaveFileReadsItsResource) {
     JobBench bench;
-    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "steps", "test");
+    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "steps", "test").value();
     const double values[] = {0.1, 0.2, 0.3};
     ASSERT_FALSE(bench.model.resources().appendBytes(
         ResourceTypeEnum::WAVE, wave.resourceId,
