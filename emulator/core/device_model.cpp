@@ -195,7 +195,15 @@ void DeviceModel::runFrom(std::weak_ptr<ConnectionPeer> weakPeer, std::shared_pt
         } else if (auto* binary = std::get_if<BinaryStep>(&step)) {
             if (peer) peer->sendBinary(std::move(binary->payload));
         } else if (auto* pause = std::get_if<PauseStep>(&step)) {
-            scheduler_.schedule(pause->delay, [this, weakPeer, steps, next = index + 1] { runFrom(weakPeer, steps, next); });
+            if (pausedAnswers_.fetch_add(1) >= MAX_PAUSED_ANSWERS) {
+                --pausedAnswers_;
+                logFrameProblem("(any)", "too many delayed answers; the rest of this one is dropped");
+                return;
+            }
+            scheduler_.schedule(pause->delay, [this, weakPeer, steps, next = index + 1] {
+                --pausedAnswers_;
+                runFrom(weakPeer, steps, next);
+            });
             return;
         } else if (std::holds_alternative<CloseStep>(step)) {
             if (peer) peer->close();

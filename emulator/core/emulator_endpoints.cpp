@@ -18,7 +18,8 @@ void registerEmulatorEndpoints(DeviceModel& model) {
     model.endpoints().add("/emulator/fault", [&model](const RequestContext& context) {
         auto request = parseFaultRequest(context.request);
         if (!request) return EndpointResult::failure(request.error());
-        model.faults().arm(request->endpoint, std::move(request->fault), request->count);
+        if (auto error = model.faults().arm(request->endpoint, std::move(request->fault), request->count))
+            return EndpointResult::failure(std::move(error));
         return EndpointResult::success();
     }, NumberCheckEnum::BY_HANDLER);
 

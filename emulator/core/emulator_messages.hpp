@@ -17,6 +17,7 @@ inline constexpr std::string_view SETTING_READ_ONLY = "setting '{0}' is read-onl
 inline constexpr std::string_view RESOURCE_TYPE_MISMATCH = "resource '{0}' is of type {1}, not {2}";
 inline constexpr std::string_view RESOURCE_DATA_INVALID = "resource data is not valid Base64: {0}";
 inline constexpr std::string_view RESOURCE_STORE_FULL = "resource store full: {0} bytes requested, {1} bytes free";
+inline constexpr std::string_view TABLE_FULL = "{0} full: at most {1} entries";
 inline constexpr std::string_view RESOURCE_DESCRIPTIONS_FULL =
     "resource descriptions full: {0} bytes requested, {1} bytes free";
 

@@ -35,7 +35,7 @@ constexpr std::size_t kMaxCalibrationEntries = 256;
 template <class Map, class Key>
 ErrorObject roomFor(const Map& table, const Key& key, std::size_t maximum, std::string_view what) {
     if (table.size() < maximum || table.contains(key)) return {};
-    return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, job_messages::TABLE_FULL, what, std::uint64_t{maximum});
+    return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::TABLE_FULL, what, std::uint64_t{maximum});
 }
 
 std::string_view stringOf(const json::object& parameters, std::string_view key) {

@@ -26,7 +26,6 @@ inline constexpr std::string_view DATETIME_INVALID =
 inline constexpr std::string_view NOT_EMULATED = "job type '{0}' has no emulated measurement";
 inline constexpr std::string_view NO_DC_RESULT = "job '{0}' has no DC result to replace";
 inline constexpr std::string_view RESULT_NOT_STORED = "job result could not be stored: {0}";
-inline constexpr std::string_view TABLE_FULL = "{0} full: at most {1} entries";
 inline constexpr std::string_view WAVE_RESOURCE_INVALID =
     "wave resource '{0}' does not hold little-endian binary64 values";
 

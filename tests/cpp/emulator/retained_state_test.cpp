@@ -90,5 +90,30 @@ TEST(RetainedState, HardwarePropertiesWithNewKeysAreABoundedTable) {
     EXPECT_TRUE(set(0, 7)) << "an existing key can still be changed";
 }
 
+using RetainedTestHooks = ModelFixture;
+
+TEST_F(RetainedTestHooks, ArmedFaultsAndDelayedAnswersAreBounded) {
+    auto client = connect();
+    const json::object fault{{"do", "/emulator/fault"}, {"endpoint", "/status"}, {"action", "drop"}};
+    for (std::size_t i = 0; i < FaultTable::MAX_ARMED; ++i) {
+        client.peer->frames.clear();  // keeps each request's reply lookup short
+        ASSERT_EQ(request(client, fault).at("status"), "SUCCESS");
+    }
+    EXPECT_EQ(code(request(client, fault)), "OUT_OF_MEMORY");
+    auto disarm = fault;
+    disarm["count"] = 0;
+    EXPECT_EQ(request(client, disarm).at("status"), "SUCCESS");
+    EXPECT_EQ(request(client, fault).at("status"), "SUCCESS");
+
+    // Each delayed event waits in the scheduler; beyond the bound the rest of an answer is
+    // dropped instead of kept.
+    const json::object event{{"do", "/emulator/event"}, {"event", {{"type", "MESSAGE_FROM_SERVER"}}}, {"delay_ms", 60000}};
+    for (std::size_t i = 0; i < DeviceModel::MAX_PAUSED_ANSWERS + 10; ++i) {
+        client.peer->frames.clear();
+        request(client, event);
+    }
+    EXPECT_EQ(scheduler.tasks.size(), DeviceModel::MAX_PAUSED_ANSWERS);
+}
+
 }  // namespace
 }  // namespace velmar::emulator::testing
