@@ -109,8 +109,9 @@ public:
     std::vector<ResourceInfo> list(ResourceTypeEnum type) const;
     ErrorObject remove(ResourceTypeEnum type, std::string_view id);
 
-    /// The sum of all contents in bytes.
+    /// The sum of all contents in bytes, and its bound.
     std::uint64_t usedBytes() const;
+    std::uint64_t capacityBytes() const { return capacity_; }
     /// The sum of all descriptions in bytes (see DESCRIPTION_OVERHEAD).
     std::uint64_t descriptionBytes() const;
 

@@ -190,6 +190,15 @@ std::expected<std::shared_ptr<JobQueue::Job>, ErrorObject> JobQueue::parse(const
                 ErrorObject(ErrorCodeEnum::QUEUE_FULL, job_messages::QUEUE_FULL, pending_.size()));
         }
     }
+    if (check == CheckEnum::CREATE && job->options.bypass_queue) {
+        std::lock_guard lock(mutex_);
+        const auto bypassing = static_cast<std::size_t>(std::ranges::count_if(
+            jobs_, [](const auto& entry) { return entry.second->options.bypass_queue && !entry.second->isEnded(); }));
+        if (bypassing >= options_.bypassCapacity) {
+            return std::unexpected(
+                ErrorObject(ErrorCodeEnum::QUEUE_FULL, job_messages::BYPASS_FULL, std::uint64_t{bypassing}));
+        }
+    }
     return job;
 }
 
@@ -478,7 +487,14 @@ EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
         columns = dimensions->get_array().size();
     }
     const auto count = static_cast<std::size_t>(*rows);
-    std::string bytes(columns * count * sizeof(double), '\0');
+    // Checked before the bytes are allocated: the new result replaces the old one.
+    const std::uint64_t needed = columns * count * sizeof(double);
+    const auto& store = model_.resources();
+    if (needed > store.capacityBytes() - store.usedBytes() + old->size) {
+        return EndpointResult::failure(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, needed,
+                                                   store.capacityBytes() - store.usedBytes() + old->size));
+    }
+    std::string bytes(needed, '\0');
     for (std::size_t c = 0; c < columns; ++c) {
         auto* out = bytes.data() + c * count * sizeof(double);
         for (std::size_t r = 0; r < count; ++r) {

@@ -32,6 +32,9 @@ namespace velmar::emulator {
 struct DeviceJobsOptions {
     /// Bound of the waiting (PENDING) jobs; one more is refused with QUEUE_FULL.
     std::size_t queueCapacity = 16;
+    /// Bound of the jobs that bypass the queue and have not ended; one more is refused with
+    /// QUEUE_FULL.
+    std::size_t bypassCapacity = 64;
     /// The cell behind every potentiostat (see parseCellSpec).
     std::string cellSpec = "resistor:R=1000";
     /// Ended jobs kept for "/job/info" and "/job/list"; older ones are forgotten.

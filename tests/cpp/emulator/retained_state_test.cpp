@@ -67,6 +67,16 @@ TEST(RetainedState, EndedJobsAreForgottenOldestFirstBeyondTheirBytes) {
     EXPECT_EQ(counted.send({{"do", "/job/list"}}).at("jobs").as_array().size(), 3u);
 }
 
+TEST(RetainedState, JobsBesideTheQueueAreBounded) {
+    JobBench bench({.queueCapacity = 2, .bypassCapacity = 3});
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(bench.start("sleep", {{"duration", 60.0}}, {{"bypass_queue", true}}).at("status"), "SUCCESS");
+    const auto refused = bench.start("sleep", {{"duration", 60.0}}, {{"bypass_queue", true}});
+    EXPECT_EQ(JobBench::code(refused), "QUEUE_FULL");
+    bench.clock.runUntilIdle();
+    EXPECT_EQ(bench.start("sleep", {{"duration", 0.0}}, {{"bypass_queue", true}}).at("status"), "SUCCESS");
+}
+
 TEST(RetainedState, HardwarePropertiesWithNewKeysAreABoundedTable) {
     IdSource ids(1);
     ResourceStore resources(ids);
