@@ -4,6 +4,7 @@
 #include "emulator/server/command_line.hpp"
 #include "emulator/server/emulator_server.hpp"
 
+#include <csignal>
 #include <iostream>
 #include <string_view>
 #include <vector>
@@ -31,12 +32,23 @@ int main(int argc, char** argv) {
         .port = commandLine->port,
         .handshake = {.protocolVersion = commandLine->protocolVersion},
         .idleExit = commandLine->idleExit,
-        .model = {.seed = commandLine->seed, .timeScale = commandLine->timeScale},
+        .model = {.seed = commandLine->seed,
+                  .timeScale = commandLine->timeScale,
+                  .resourceCapacity = commandLine->resourceCapacity,
+                  .resourceDescriptionCapacity = commandLine->resourceDescriptionBytes},
+        .limits = {.maxConnections = commandLine->maxConnections,
+                   .maxMessageBytes = commandLine->maxMessageBytes,
+                   .maxIncomingBytes = commandLine->maxIncomingBytes,
+                   .maxOutgoingBytes = commandLine->maxOutgoingBytes,
+                   .maxOutgoingFrames = commandLine->maxOutgoingFrames},
     };
     if (commandLine->user) options.handshake.credentials.emplace(*commandLine->user, *commandLine->password);
 
     EmulatorServer server(std::move(options));
-    installDeviceJobs(server.model(), {.queueCapacity = commandLine->queueSize, .cellSpec = commandLine->cellSpec});
+    installDeviceJobs(server.model(), {.queueCapacity = commandLine->queueSize,
+                                       .cellSpec = commandLine->cellSpec,
+                                       .endedJobsKept = commandLine->jobsKept,
+                                       .endedJobsKeptBytes = commandLine->jobsKeptBytes});
     auto endpoint = server.listen();
     if (!endpoint) {
         std::cerr << "velmar-emulator: " << endpoint.error() << '\n';
@@ -46,5 +58,12 @@ int main(int argc, char** argv) {
     // Scripts and test fixtures wait for exactly this line to learn the port.
     std::cout << "listening on " << endpoint->address << ':' << endpoint->port << std::endl;
     server.run();
+    // A second SIGTERM while the server is torn down must not turn the clean exit into a
+    // death by signal: from here on both stay pending until the process has exited.
+    sigset_t stopSignals;
+    sigemptyset(&stopSignals);
+    sigaddset(&stopSignals, SIGINT);
+    sigaddset(&stopSignals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &stopSignals, nullptr);
     return 0;
 }

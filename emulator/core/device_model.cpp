@@ -1,6 +1,7 @@
 #include "emulator/core/device_model.hpp"
 
 #include "emulator/core/emulator_messages.hpp"
+#include "emulator/core/request_params.hpp"
 #include "json_common/exact_json.hpp"
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/error_object_json.hpp"
@@ -60,7 +61,7 @@ DeviceModel::DeviceModel(Scheduler& scheduler, DeviceModelOptions options)
       ids_(options_.seed),
       settings_(SettingsTable::defaultDefinitions(identity_.serialNumber, identity_.firmwareVersion,
                                                   options_.userName.empty() ? "admin" : options_.userName)),
-      resources_(ids_, options_.resourceCapacity) {
+      resources_(ids_, options_.resourceCapacity, options_.resourceDescriptionCapacity) {
     registerDeviceEndpoints(*this);
     registerResourceEndpoints(*this);
     registerEmulatorEndpoints(*this);
@@ -109,7 +110,13 @@ void DeviceModel::handleText(std::string_view connectionId, std::string_view tex
 
     const auto fault = faults_.take(*path);
     EndpointResult result;
-    if (const auto* handler = endpoints_.find(*path)) {
+    const auto* handler = endpoints_.find(*path);
+    std::optional<std::string> nonFinite;
+    if (handler != nullptr && !endpoints_.checksOwnNumbers(*path)) nonFinite = findNonFiniteNumber(parsed, "");
+    if (nonFinite) {
+        // The path without its leading "/": "settings/display_brightness".
+        result = EndpointResult::failure(notANumber(std::string_view(*nonFinite).substr(1)));
+    } else if (handler != nullptr) {
         try {
             result = (*handler)(RequestContext{.request = *request, .path = *path, .connection = *record});
         } catch (const std::bad_alloc&) {
@@ -188,7 +195,15 @@ void DeviceModel::runFrom(std::weak_ptr<ConnectionPeer> weakPeer, std::shared_pt
         } else if (auto* binary = std::get_if<BinaryStep>(&step)) {
             if (peer) peer->sendBinary(std::move(binary->payload));
         } else if (auto* pause = std::get_if<PauseStep>(&step)) {
-            scheduler_.schedule(pause->delay, [this, weakPeer, steps, next = index + 1] { runFrom(weakPeer, steps, next); });
+            if (pausedAnswers_.fetch_add(1) >= MAX_PAUSED_ANSWERS) {
+                --pausedAnswers_;
+                logFrameProblem("(any)", "too many delayed answers; the rest of this one is dropped");
+                return;
+            }
+            scheduler_.schedule(pause->delay, [this, weakPeer, steps, next = index + 1] {
+                --pausedAnswers_;
+                runFrom(weakPeer, steps, next);
+            });
             return;
         } else if (std::holds_alternative<CloseStep>(step)) {
             if (peer) peer->close();

@@ -11,6 +11,7 @@
 
 #include <boost/json/object.hpp>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -35,6 +36,8 @@ struct DeviceModelOptions {
     std::string userName;
     /// Bound of the sum of all resource contents.
     std::uint64_t resourceCapacity = 1ull << 30;
+    /// Bound of the sum of all resource descriptions (names, headers; see ResourceStore).
+    std::uint64_t resourceDescriptionCapacity = 64ull << 20;
 };
 
 /// The queue mode of a "/stop" request.
@@ -77,7 +80,9 @@ public:
     void handleBinary(std::string_view connectionId, std::size_t size);
 
     /// Executes answer steps for one connection in order; a pause defers the rest through
-    /// the scheduler. Text and binary steps for a connection that has gone are dropped.
+    /// the scheduler. Text and binary steps for a connection that has gone are dropped. At
+    /// most MAX_PAUSED_ANSWERS answers wait in a pause at a time; the rest of a further one
+    /// is dropped (reported on standard error).
     void run(std::weak_ptr<ConnectionPeer> peer, std::vector<OutStep> steps);
 
     /// Sends any frame (for example a "JOB_DONE") to one connection, if it still exists.
@@ -111,6 +116,7 @@ public:
     void setStopHandler(std::function<void(const StopRequest&)> handler);
     std::vector<StopRequest> stopRequests() const;
     static constexpr std::size_t kStopRequestsKept = 256;
+    static constexpr std::size_t MAX_PAUSED_ANSWERS = 4096;
     /// Records a stop request and calls the stop handler ("/stop" endpoint).
     void receiveStop(StopRequest request);
 
@@ -131,6 +137,7 @@ private:
     FaultTable faults_;
     EndpointRegistry endpoints_;
 
+    std::atomic<std::size_t> pausedAnswers_{0};
     mutable std::mutex hooksMutex_;
     std::function<bool()> busyProvider_;
     std::function<void(const StopRequest&)> stopHandler_;

@@ -14,13 +14,18 @@ EndpointResult EndpointResult::failure(ErrorObject error) {
     return out;
 }
 
-void EndpointRegistry::add(std::string path, EndpointHandler handler) {
-    handlers_.insert_or_assign(std::move(path), std::move(handler));
+void EndpointRegistry::add(std::string path, EndpointHandler handler, NumberCheckEnum numbers) {
+    handlers_.insert_or_assign(std::move(path), Entry{std::move(handler), numbers});
 }
 
 const EndpointHandler* EndpointRegistry::find(std::string_view path) const {
     auto it = handlers_.find(path);
-    return it == handlers_.end() ? nullptr : &it->second;
+    return it == handlers_.end() ? nullptr : &it->second.handler;
+}
+
+bool EndpointRegistry::checksOwnNumbers(std::string_view path) const {
+    auto it = handlers_.find(path);
+    return it != handlers_.end() && it->second.numbers == NumberCheckEnum::BY_HANDLER;
 }
 
 std::vector<std::string> EndpointRegistry::paths() const {

@@ -66,19 +66,29 @@ struct EndpointResult {
 /// model's components lock themselves.
 using EndpointHandler = std::function<EndpointResult(const RequestContext&)>;
 
+/// Who refuses non-finite numbers of a request (PARAMETER_IS_NOT_A_NUMBER): the model before
+/// dispatching, or the handler itself (job requests, whose refusal also ends a job).
+enum class NumberCheckEnum { BY_MODEL, BY_HANDLER };
+
 /// The map from "do" paths to handlers. Filled while the model is set up, before the
 /// transport serves requests; read-only afterwards (so lookups need no lock).
 class EndpointRegistry {
 public:
     /// Registers `handler` under `path`, replacing an earlier one.
-    void add(std::string path, EndpointHandler handler);
+    void add(std::string path, EndpointHandler handler, NumberCheckEnum numbers = NumberCheckEnum::BY_MODEL);
     /// The handler of `path`, or null.
     const EndpointHandler* find(std::string_view path) const;
+    /// True when the handler of `path` checks the numbers of its request itself.
+    bool checksOwnNumbers(std::string_view path) const;
     /// Every registered path, sorted.
     std::vector<std::string> paths() const;
 
 private:
-    std::map<std::string, EndpointHandler, std::less<>> handlers_;
+    struct Entry {
+        EndpointHandler handler;
+        NumberCheckEnum numbers;
+    };
+    std::map<std::string, Entry, std::less<>> handlers_;
 };
 
 }  // namespace velmar::emulator

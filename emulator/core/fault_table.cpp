@@ -74,13 +74,21 @@ std::expected<FaultRequest, ErrorObject> parseFaultRequest(const boost::json::ob
     return out;
 }
 
-void FaultTable::arm(const std::string& endpoint, Fault fault, std::uint64_t count) {
+ErrorObject FaultTable::arm(const std::string& endpoint, Fault fault, std::uint64_t count) {
     std::lock_guard lock(mutex_);
     if (count == 0) {
-        armed_.erase(endpoint);
-        return;
+        if (auto it = armed_.find(endpoint); it != armed_.end()) {
+            armedCount_ -= it->second.size();
+            armed_.erase(it);
+        }
+        return {};
+    }
+    if (armedCount_ >= MAX_ARMED) {
+        return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::TABLE_FULL, "armed faults", std::uint64_t{MAX_ARMED});
     }
     armed_[endpoint].push_back(Armed{std::move(fault), count});
+    ++armedCount_;
+    return {};
 }
 
 std::optional<Fault> FaultTable::take(std::string_view endpoint) {
@@ -89,7 +97,10 @@ std::optional<Fault> FaultTable::take(std::string_view endpoint) {
     if (it == armed_.end()) return std::nullopt;
     auto& queue = it->second;
     Fault fault = queue.front().fault;
-    if (--queue.front().remaining == 0) queue.pop_front();
+    if (--queue.front().remaining == 0) {
+        queue.pop_front();
+        --armedCount_;
+    }
     if (queue.empty()) armed_.erase(it);
     return fault;
 }
@@ -97,6 +108,7 @@ std::optional<Fault> FaultTable::take(std::string_view endpoint) {
 void FaultTable::clear() {
     std::lock_guard lock(mutex_);
     armed_.clear();
+    armedCount_ = 0;
 }
 
 }  // namespace velmar::emulator

@@ -55,7 +55,10 @@ std::expected<FaultRequest, ErrorObject> parseFaultRequest(const boost::json::ob
 class FaultTable {
 public:
     /// Arms `fault` for `count` requests; a count of 0 disarms every fault of the endpoint.
-    void arm(const std::string& endpoint, Fault fault, std::uint64_t count);
+    /// At most MAX_ARMED faults are armed at a time; one more fails with OUT_OF_MEMORY.
+    ErrorObject arm(const std::string& endpoint, Fault fault, std::uint64_t count);
+
+    static constexpr std::size_t MAX_ARMED = 1024;
     /// The fault for one request to `endpoint`, if one is armed (and uses it up).
     std::optional<Fault> take(std::string_view endpoint);
     void clear();
@@ -67,6 +70,7 @@ private:
     };
     std::mutex mutex_;
     std::map<std::string, std::deque<Armed>, std::less<>> armed_;
+    std::size_t armedCount_ = 0;  // the Armed entries in armed_
 };
 
 }  // namespace velmar::emulator

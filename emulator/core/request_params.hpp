@@ -6,6 +6,8 @@
 
 #include <cstdint>
 #include <expected>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace velmar::emulator {
@@ -23,5 +25,14 @@ std::expected<const boost::json::object*, ErrorObject> requireObject(const boost
 std::expected<std::uint64_t, ErrorObject> optionalUnsigned(const boost::json::object& request, std::string_view key,
                                                            std::uint64_t fallback,
                                                            std::uint64_t max = UINT64_MAX);
+
+/// The path of the first number in `value` that is not finite (NaN, an infinity, or a text
+/// such as 1e999 that no double holds), written as `prefix` followed by "/key" for object
+/// members and "/index" for array elements ("job/parameters/scan_rate"); nothing when every
+/// number is finite. The parser bounds the nesting depth, so the recursion is bounded too.
+std::optional<std::string> findNonFiniteNumber(const boost::json::value& value, std::string_view prefix);
+
+/// PARAMETER_IS_NOT_A_NUMBER, "parameter '{0}' is not a number" with `path`.
+ErrorObject notANumber(std::string_view path);
 
 }  // namespace velmar::emulator

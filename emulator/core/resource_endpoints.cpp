@@ -18,7 +18,8 @@ EndpointResult createResource(DeviceModel& model, ResourceTypeEnum type, const R
     if (!name) return EndpointResult::failure(name.error());
     const auto& user = context.connection.meta.user;
     auto info = model.resources().create(type, std::string(*name), user.empty() ? "anonymous" : user);
-    return EndpointResult::success({{"resource", resourceToJson(info)}});
+    if (!info) return EndpointResult::failure(std::move(info.error()));
+    return EndpointResult::success({{"resource", resourceToJson(*info)}});
 }
 
 EndpointResult appendResource(DeviceModel& model, ResourceTypeEnum type, const RequestContext& context) {

@@ -55,9 +55,23 @@ ErrorObject notFound(std::string_view id) {
 
 }  // namespace
 
-ResourceStore::ResourceStore(IdSource& ids, std::uint64_t capacityBytes) : ids_(ids), capacity_(capacityBytes) {}
+ResourceStore::ResourceStore(IdSource& ids, std::uint64_t capacityBytes, std::uint64_t descriptionCapacity)
+    : ids_(ids), capacity_(capacityBytes), descriptionCapacity_(descriptionCapacity) {}
 
-ResourceInfo ResourceStore::create(ResourceTypeEnum type, std::string name, std::string createdBy) {
+ErrorObject ResourceStore::chargeDescription(Entry& entry) {
+    const auto& info = entry.info;
+    entry.descriptionBytes = DESCRIPTION_OVERHEAD + info.name.size() + info.createdBy.size() + info.subType.size() +
+                             info.jobId.size() + (info.header.empty() ? 0 : boost::json::serialize(info.header).size());
+    if (entry.descriptionBytes > descriptionCapacity_ - descriptionsUsed_) {
+        return ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_DESCRIPTIONS_FULL, entry.descriptionBytes,
+                           descriptionCapacity_ - descriptionsUsed_);
+    }
+    descriptionsUsed_ += entry.descriptionBytes;
+    return {};
+}
+
+std::expected<ResourceInfo, ErrorObject> ResourceStore::create(ResourceTypeEnum type, std::string name,
+                                                               std::string createdBy) {
     const auto now = isoUtcNow();
     Entry entry{.info = {}, .content = std::make_shared<std::string>()};
     entry.info.resourceId = ids_.uuid();
@@ -67,6 +81,7 @@ ResourceInfo ResourceStore::create(ResourceTypeEnum type, std::string name, std:
     entry.info.createdBy = std::move(createdBy);
     entry.info.updated = now;
     std::lock_guard lock(mutex_);
+    if (auto error = chargeDescription(entry)) return std::unexpected(std::move(error));
     entries_.push_back(std::move(entry));
     return entries_.back().info;
 }
@@ -93,6 +108,7 @@ std::expected<ResourceInfo, ErrorObject> ResourceStore::createJobResult(std::str
         return std::unexpected(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL,
                                            std::uint64_t{entry.content->size()}, capacity_ - used_));
     }
+    if (auto error = chargeDescription(entry)) return std::unexpected(std::move(error));
     used_ += entry.content->size();
     entries_.push_back(std::move(entry));
     return entries_.back().info;
@@ -202,6 +218,7 @@ ErrorObject ResourceStore::remove(ResourceTypeEnum type, std::string_view id) {
     auto entry = find(type, id);
     if (!entry) return entry.error();
     used_ -= (*entry)->content->size();
+    descriptionsUsed_ -= (*entry)->descriptionBytes;
     entries_.erase(entries_.begin() + (*entry - entries_.data()));
     return {};
 }
@@ -209,6 +226,11 @@ ErrorObject ResourceStore::remove(ResourceTypeEnum type, std::string_view id) {
 std::uint64_t ResourceStore::usedBytes() const {
     std::lock_guard lock(mutex_);
     return used_;
+}
+
+std::uint64_t ResourceStore::descriptionBytes() const {
+    std::lock_guard lock(mutex_);
+    return descriptionsUsed_;
 }
 
 }  // namespace velmar::emulator

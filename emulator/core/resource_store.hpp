@@ -70,15 +70,24 @@ public:
     /// The largest chunk that "/T/get" returns; a limit of 0 means this limit.
     static constexpr std::uint64_t CHUNK_LIMIT = 1048576;
 
-    /// `capacityBytes` bounds the sum of all contents; appends beyond it fail with OUT_OF_MEMORY.
-    explicit ResourceStore(IdSource& ids, std::uint64_t capacityBytes = 1ull << 30);
+    /// Bytes charged for the description of every resource besides its name, header and
+    /// other texts.
+    static constexpr std::uint64_t DESCRIPTION_OVERHEAD = 256;
 
-    /// A new, empty resource. `createdBy` names the creator (user or component).
-    ResourceInfo create(ResourceTypeEnum type, std::string name, std::string createdBy);
+    /// `capacityBytes` bounds the sum of all contents; appends beyond it fail with OUT_OF_MEMORY.
+    /// `descriptionCapacity` bounds the sum of the descriptions (names, headers, and
+    /// DESCRIPTION_OVERHEAD each), and so the number of resources; a resource beyond it is not
+    /// created (OUT_OF_MEMORY).
+    explicit ResourceStore(IdSource& ids, std::uint64_t capacityBytes = 1ull << 30,
+                           std::uint64_t descriptionCapacity = 64ull << 20);
+
+    /// A new, empty resource. `createdBy` names the creator (user or component). Fails with
+    /// OUT_OF_MEMORY when the descriptions are full.
+    std::expected<ResourceInfo, ErrorObject> create(ResourceTypeEnum type, std::string name, std::string createdBy);
 
     /// A JOB_RESULT resource holding `bytes`, for the job code: `subType` is for example
     /// "DATASET_DC" or "DATASET_AC", `header` travels beside the bytes. Fails with
-    /// OUT_OF_MEMORY when the store is full.
+    /// OUT_OF_MEMORY when the contents or the descriptions are full.
     std::expected<ResourceInfo, ErrorObject> createJobResult(std::string name, std::string subType, std::string jobId,
                                                              boost::json::object header, std::string bytes);
 
@@ -100,25 +109,34 @@ public:
     std::vector<ResourceInfo> list(ResourceTypeEnum type) const;
     ErrorObject remove(ResourceTypeEnum type, std::string_view id);
 
-    /// The sum of all contents in bytes.
+    /// The sum of all contents in bytes, and its bound.
     std::uint64_t usedBytes() const;
+    std::uint64_t capacityBytes() const { return capacity_; }
+    /// The sum of all descriptions in bytes (see DESCRIPTION_OVERHEAD).
+    std::uint64_t descriptionBytes() const;
 
 private:
     struct Entry {
         ResourceInfo info;
         std::shared_ptr<std::string> content;
+        /// What the description is charged.
+        std::uint64_t descriptionBytes = 0;
     };
 
     std::expected<Entry*, ErrorObject> find(ResourceTypeEnum type, std::string_view id);
     std::expected<const Entry*, ErrorObject> find(ResourceTypeEnum type, std::string_view id) const;
     /// Prepares `entry` for `extra` more bytes: capacity check and copy-on-write.
     ErrorObject reserveForAppend(Entry& entry, std::uint64_t extra);
+    /// Charges the description of a new entry; OUT_OF_MEMORY when it does not fit. Locked.
+    ErrorObject chargeDescription(Entry& entry);
 
     IdSource& ids_;
     const std::uint64_t capacity_;
+    const std::uint64_t descriptionCapacity_;
     mutable std::mutex mutex_;
     std::vector<Entry> entries_;  // creation order
     std::uint64_t used_ = 0;
+    std::uint64_t descriptionsUsed_ = 0;
 };
 
 }  // namespace velmar::emulator

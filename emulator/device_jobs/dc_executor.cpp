@@ -1,7 +1,9 @@
 #include "emulator/device_jobs/dc_executor.hpp"
 
+#include "emulator/core/emulator_messages.hpp"
 #include "emulator/core/resource_store.hpp"
 #include "emulator/dc_jobs/dc_job_run.hpp"
+#include "emulator/device_jobs/device_limits.hpp"
 #include "emulator/device_jobs/hardware_model.hpp"
 #include "emulator/device_jobs/job_catalog.hpp"
 #include "emulator/device_jobs/job_messages.hpp"
@@ -36,6 +38,11 @@ std::expected<std::vector<double>, ErrorObject> waveValues(const ResourceStore& 
         return std::unexpected(
             ErrorObject(ErrorCodeEnum::RESOURCE_CONTENT_INVALID, job_messages::WAVE_RESOURCE_INVALID, id));
     }
+    // Checked before the values are copied: a resource may be far larger than a wave.
+    if (const auto count = static_cast<double>(size / sizeof(double)); count > limits::kMaxWaveValues) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH,
+                                           "values", count, limits::kMaxWaveValues));
+    }
     static_assert(std::endian::native == std::endian::little, "wave resources are little-endian");
     std::vector<double> values(size / sizeof(double));
     std::memcpy(values.data(), download->payload.owner->data(), size);
@@ -44,11 +51,8 @@ std::expected<std::vector<double>, ErrorObject> waveValues(const ResourceStore& 
 
 ErrorObject validateDc(const ExecutorSetup& setup) {
     const auto& p = setup.parameters;
-    const double rate = numberOf(p, "output_data_rate");
-    if (auto e = checkRange("output_data_rate", rate, 1e-3, kMaxOutputDataRate)) return e;
-    if (p.contains("scan_rate")) {
-        if (auto e = checkRange("scan_rate", numberOf(p, "scan_rate"), 1e-6, kMaxScanRate)) return e;
-    }
+    // The key ranges have been checked by the catalogue; the waveform checks what follows
+    // from them (steps, duration, rows) before anything is built.
     std::vector<double> fileValues;
     if (setup.type == "wave_file") {
         auto values = waveValues(setup.resources, p.at("resource_id").get_string());

@@ -11,11 +11,6 @@
 
 namespace velmar::emulator {
 
-/// The largest "output_data_rate" (Hz) of a DC measurement; above it PARAMETER_VALUE_TOO_HIGH.
-inline constexpr double kMaxOutputDataRate = 10000.0;
-/// The largest "scan_rate" (V/s or A/s) of the sweeping kinds; above it PARAMETER_VALUE_TOO_HIGH.
-inline constexpr double kMaxScanRate = 1000.0;
-
 /// Registers the twelve DC kinds.
 void registerDcExecutors(MeasurementExecutorRegistry& registry);
 

@@ -14,6 +14,7 @@
 
 #include <boost/json/object.hpp>
 
+#include <array>
 #include <chrono>
 #include <expected>
 #include <map>
@@ -26,7 +27,32 @@
 
 namespace velmar::emulator {
 
+class HardwareModel;
 class ResourceStore;
+
+/// One control, information or calibration kind on the emulated hardware: an entry of the
+/// table in hardware_jobs.cpp, beside the kind's entry in the job catalogue (job_catalog.cpp),
+/// which has already checked its keys and their ranges. Adding such a kind is one catalogue
+/// entry and one entry here. Null members: nothing to check, kDefaultJobSeconds, no effect.
+struct HardwareJob {
+    /// Creation-time checks that need the hardware description: symbolic paths, ranges that
+    /// depend on other keys, resources, date texts. Called with the model's lock held.
+    ErrorObject (*validate)(const HardwareModel& model, const boost::json::object& parameters,
+                            const ResourceStore& resources) = nullptr;
+    /// Emulated seconds that the job takes.
+    double (*duration)(const boost::json::object& parameters) = nullptr;
+    /// Runs the job once its time has passed: the "result" object (empty for jobs without
+    /// one) or the job's runtime error. Called with the model's lock held.
+    std::expected<boost::json::object, ErrorObject> (*execute)(HardwareModel& model,
+                                                               const boost::json::object& parameters,
+                                                               ResourceStore& resources) = nullptr;
+};
+
+/// The entry of `type`, or null (measurement kinds, which executors run).
+const HardwareJob* findHardwareJob(std::string_view type);
+
+/// Job types that have an entry, for the consistency test of the two tables.
+std::vector<std::string_view> hardwareJobTypes();
 
 /// Any thread (one mutex); in the emulator only the I/O thread calls it.
 class HardwareModel {
@@ -35,10 +61,12 @@ public:
     /// falls back to a 1 kOhm resistor.
     explicit HardwareModel(std::string serialNumber, std::string cellSpec = "resistor:R=1000");
 
-    /// Creation-time checks that need the hardware description but not its state: symbolic
-    /// paths (PARAMETER_SYMBOLIC_PATH_INVALID), range indices and values (PARAMETER_VALUE_TOO_
-    /// HIGH/_LOW), resources (ID_NOT_FOUND), calibration type (CALIBRATION_TYPE_UNKNOWN),
-    /// date texts (PARAMETER_FORMAT_INVALID). The keys have been checked by the catalogue.
+    /// Creation-time checks that need the hardware description but not its state: a
+    /// "potentiostat" key must name a potentiostat, then the kind's HardwareJob::validate:
+    /// symbolic paths (PARAMETER_SYMBOLIC_PATH_INVALID), ranges depending on other keys
+    /// (PARAMETER_VALUE_TOO_HIGH/_LOW), resources (ID_NOT_FOUND), calibration type
+    /// (CALIBRATION_TYPE_UNKNOWN), date texts (PARAMETER_FORMAT_INVALID). The keys and their
+    /// ranges have been checked by the catalogue.
     ErrorObject validate(std::string_view type, const boost::json::object& parameters,
                          const ResourceStore& resources) const;
 
@@ -65,17 +93,28 @@ public:
     std::chrono::system_clock::time_point now() const;
 
     static constexpr std::string_view MAIN_POTENTIOSTAT = "MAIN:1:POT";
+    /// The voltage ranges (V) by index, and the largest current (A).
+    static constexpr std::array<double, 3> VOLTAGE_RANGES{2.5, 5.0, 10.0};
+    static constexpr double MAX_CURRENT = 1.0;
+    /// Emulated seconds of the jobs that take no time of their own.
+    static constexpr double DEFAULT_JOB_SECONDS = 0.01;
 
 private:
+    friend struct HardwareJobs;
+
     const PathInfo* findPath(std::string_view urn) const;
     bool isAdc(std::string_view adc) const;
-    ErrorObject validateHardwareSettings(const boost::json::object& parameters) const;
     double integrate(const PathInfo& path, double duration) const;
+    static ErrorObject pathInvalid(std::string_view path, std::string_view key);
+    /// The converter part of an ADC name: "MUX:1:MUX_U" for itself or for a path ending in it.
+    static std::string_view converterOf(std::string_view adc);
+
+    using PotentiostatMap = std::map<std::string, PotentiostatState, std::less<>>;
 
     mutable std::mutex mutex_;
     std::string cellSpec_;
     HardwareInfo info_;
-    std::map<std::string, PotentiostatState, std::less<>> potentiostats_;
+    PotentiostatMap potentiostats_;
     std::map<std::string, std::vector<int>, std::less<>> adcGains_;
     /// Hardware properties by (uri, key); set_led_color and set_cable_options write here too.
     std::map<std::pair<std::string, std::string>, HardwarePropertyValue, std::less<>> properties_;

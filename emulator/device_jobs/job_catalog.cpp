@@ -1,6 +1,7 @@
 #include "emulator/device_jobs/job_catalog.hpp"
 
 #include "emulator/core/emulator_messages.hpp"
+#include "emulator/device_jobs/device_limits.hpp"
 #include "emulator/device_jobs/job_messages.hpp"
 #include "json_common/job_parameters/calibration_parameters.hpp"
 #include "json_common/job_parameters/eis_parameters.hpp"
@@ -23,83 +24,179 @@ using K = KeyKindEnum;
 /// The hammer-and-wrench prefix of the calibration service kinds (U+1F6E0 U+FE0F, "/").
 #define VELMAR_SERVICE_PREFIX "\xF0\x9F\x9B\xA0\xEF\xB8\x8F/"
 
-constexpr ParameterKey kCv[] = {{"start_value", K::NUMBER},         {"first_vertex", K::NUMBER},
-                                {"second_vertex", K::NUMBER},       {"end_value", K::NUMBER},
-                                {"scan_rate", K::NUMBER},           {"output_data_rate", K::NUMBER},
-                                {"num_cycles", K::NUMBER},          {"autorange", K::BOOL},
-                                {"current_range", K::NUMBER},       {"turn_limit_check", K::BOOL},
-                                {"upper_turn_boundary", K::NUMBER}, {"lower_turn_boundary", K::NUMBER},
-                                {"step_height", K::NUMBER},         {"ir_drop", K::NUMBER}};
-constexpr ParameterKey kAcCv[] = {{"start_value", K::NUMBER},   {"first_vertex", K::NUMBER},
-                                  {"second_vertex", K::NUMBER}, {"end_value", K::NUMBER},
-                                  {"scan_rate", K::NUMBER},     {"output_data_rate", K::NUMBER},
-                                  {"num_cycles", K::NUMBER},    {"amplitude", K::NUMBER},
-                                  {"frequency", K::NUMBER},     {"current_range", K::NUMBER}};
-constexpr ParameterKey kFastCycling[] = {{"first_step", K::NUMBER},
-                                         {"second_step", K::NUMBER},
-                                         {"end_value", K::NUMBER},
-                                         {"step_time", K::NUMBER},
-                                         {"output_data_rate", K::NUMBER},
-                                         {"num_cycles", K::NUMBER},
-                                         {"autorange", K::BOOL},
-                                         {"current_range", K::NUMBER},
-                                         {"turn_limit_check", K::BOOL},
-                                         {"upper_turn_boundary", K::NUMBER},
-                                         {"lower_turn_boundary", K::NUMBER}};
-constexpr ParameterKey kRamp[] = {{"start_value", K::NUMBER},      {"end_value", K::NUMBER},
-                                  {"scan_rate", K::NUMBER},        {"step_height", K::NUMBER},
-                                  {"output_data_rate", K::NUMBER}, {"autorange", K::BOOL},
-                                  {"current_range", K::NUMBER}};
-constexpr ParameterKey kSteadyStairs[] = {{"start_value", K::NUMBER},      {"end_value", K::NUMBER},
-                                          {"step_time", K::NUMBER},        {"step_height", K::NUMBER},
-                                          {"hold_time", K::NUMBER},        {"stability_tolerance", K::NUMBER},
-                                          {"output_data_rate", K::NUMBER}, {"autorange", K::BOOL},
-                                          {"current_range", K::NUMBER},    {"ir_drop", K::NUMBER}};
-constexpr ParameterKey kPoga[] = {{"bias", K::NUMBER},
-                                  {"duration", K::NUMBER},
-                                  {"output_data_rate", K::NUMBER},
-                                  {"autorange", K::BOOL},
-                                  {"current_range", K::NUMBER}};
-constexpr ParameterKey kOcv[] = {{"duration", K::NUMBER}, {"output_data_rate", K::NUMBER}};
-constexpr ParameterKey kNpv[] = {{"base_value", K::NUMBER},       {"start_value", K::NUMBER},
-                                 {"step_value", K::NUMBER},       {"end_value", K::NUMBER},
-                                 {"step_time", K::NUMBER},        {"pulse_time", K::NUMBER},
-                                 {"output_data_rate", K::NUMBER}, {"current_range", K::NUMBER}};
-constexpr ParameterKey kDpv[] = {
-    {"start_value", K::NUMBER}, {"step_value", K::NUMBER},       {"pulse_value", K::NUMBER},
-    {"end_value", K::NUMBER},   {"step_time", K::NUMBER},        {"pulse_time", K::NUMBER},
-    {"invert_pulse", K::BOOL},  {"output_data_rate", K::NUMBER}, {"current_range", K::NUMBER}};
-constexpr ParameterKey kSwv[] = {{"start_value", K::NUMBER},  {"step_value", K::NUMBER},
-                                 {"amplitude", K::NUMBER},    {"end_value", K::NUMBER},
-                                 {"period", K::NUMBER},       {"output_data_rate", K::NUMBER},
-                                 {"current_range", K::NUMBER}};
-constexpr ParameterKey kWave[] = {{"output_data_rate", K::NUMBER}, {"value_rate", K::NUMBER},
-                                  {"repetitions", K::NUMBER},      {"current_range", K::NUMBER},
-                                  {"values", K::NUMBER_ARRAY},     {"bias", K::NUMBER}};
-constexpr ParameterKey kWaveFile[] = {{"output_data_rate", K::NUMBER}, {"value_rate", K::NUMBER},
-                                      {"repetitions", K::NUMBER},      {"current_range", K::NUMBER},
-                                      {"resource_id", K::STRING},      {"bias", K::NUMBER}};
-constexpr ParameterKey kImpedance[] = {{"bias", K::NUMBER}, {"frequency_range", K::OBJECT}};
-constexpr ParameterKey kCalibrate[] = {{"calibration_type", K::STRING}};
-constexpr ParameterKey kBeep[] = {{"frequency", K::NUMBER}, {"duration", K::NUMBER}};
-constexpr ParameterKey kSleep[] = {{"duration", K::NUMBER}};
-constexpr ParameterKey kLed[] = {{"red", K::INTEGER}, {"green", K::INTEGER}, {"blue", K::INTEGER}};
+// Ranges: set-points within +-kSetPoint, times from kMinStepTime up to a week, rates and
+// counts as device_limits.hpp gives them. Derived quantities (rows, duration, steps of the
+// set-point curve) are checked by the waveform before it is built.
+constexpr double kSet = limits::kSetPoint;
+constexpr double kWeek = limits::kMaxJobSeconds;
+constexpr ParameterKey kStart{"start_value", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kEnd{"end_value", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kScanRate{"scan_rate", K::NUMBER, limits::kMinScanRate, limits::kMaxScanRate};
+constexpr ParameterKey kOutputRate{"output_data_rate", K::NUMBER, limits::kMinOutputDataRate,
+                                   limits::kMaxOutputDataRate};
+constexpr ParameterKey kCycles{"num_cycles", K::NUMBER, 0.0, limits::kMaxCycles};
+constexpr ParameterKey kAutorange{"autorange", K::BOOL};
+constexpr ParameterKey kCurrentRange{"current_range", K::NUMBER, 0.0, limits::kCurrentRange};
+constexpr ParameterKey kTurnCheck{"turn_limit_check", K::BOOL};
+constexpr ParameterKey kUpperTurn{"upper_turn_boundary", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kLowerTurn{"lower_turn_boundary", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kStepHeight{"step_height", K::NUMBER, 0.0, 2.0 * kSet};
+constexpr ParameterKey kIrDrop{"ir_drop", K::NUMBER, 0.0, limits::kIrDrop};
+constexpr ParameterKey kStepTime{"step_time", K::NUMBER, limits::kMinStepTime, kWeek};
+constexpr ParameterKey kStepValue{"step_value", K::NUMBER, limits::kMinStep, 2.0 * kSet};
+constexpr ParameterKey kPulseTime{"pulse_time", K::NUMBER, limits::kMinStepTime, kWeek};
+constexpr ParameterKey kBias{"bias", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kJobDuration{"duration", K::NUMBER, limits::kMinStepTime, kWeek};
+constexpr ParameterKey kValueRate{"value_rate", K::NUMBER, 1e-3, limits::kMaxValueRate};
+constexpr ParameterKey kRepetitions{"repetitions", K::NUMBER, 0.0, limits::kMaxRepetitions};
+
+constexpr ParameterKey kCv[] = {kStart,
+                                {"first_vertex", K::NUMBER, -kSet, kSet},
+                                {"second_vertex", K::NUMBER, -kSet, kSet},
+                                kEnd,
+                                kScanRate,
+                                kOutputRate,
+                                kCycles,
+                                kAutorange,
+                                kCurrentRange,
+                                kTurnCheck,
+                                kUpperTurn,
+                                kLowerTurn,
+                                kStepHeight,
+                                kIrDrop};
+constexpr ParameterKey kAcCv[] = {kStart,
+                                  {"first_vertex", K::NUMBER, -kSet, kSet},
+                                  {"second_vertex", K::NUMBER, -kSet, kSet},
+                                  kEnd,
+                                  kScanRate,
+                                  kOutputRate,
+                                  kCycles,
+                                  {"amplitude", K::NUMBER, -kSet, kSet},
+                                  {"frequency", K::NUMBER, 1e-3, limits::kMaxSineFrequency},
+                                  kCurrentRange};
+constexpr ParameterKey kFastCycling[] = {{"first_step", K::NUMBER, -kSet, kSet},
+                                         {"second_step", K::NUMBER, -kSet, kSet},
+                                         kEnd,
+                                         kStepTime,
+                                         kOutputRate,
+                                         kCycles,
+                                         kAutorange,
+                                         kCurrentRange,
+                                         kTurnCheck,
+                                         kUpperTurn,
+                                         kLowerTurn};
+constexpr ParameterKey kRamp[] = {kStart, kEnd, kScanRate, kStepHeight, kOutputRate, kAutorange, kCurrentRange};
+constexpr ParameterKey kSteadyStairs[] = {kStart,
+                                          kEnd,
+                                          kStepTime,
+                                          {"step_height", K::NUMBER, limits::kMinStep, 2.0 * kSet},
+                                          {"hold_time", K::NUMBER, 0.0, kWeek},
+                                          {"stability_tolerance", K::NUMBER, 0.0, kSet},
+                                          kOutputRate,
+                                          kAutorange,
+                                          kCurrentRange,
+                                          kIrDrop};
+constexpr ParameterKey kPoga[] = {kBias, kJobDuration, kOutputRate, kAutorange, kCurrentRange};
+constexpr ParameterKey kOcv[] = {kJobDuration, kOutputRate};
+constexpr ParameterKey kNpv[] = {{"base_value", K::NUMBER, -kSet, kSet},
+                                 kStart,
+                                 kStepValue,
+                                 kEnd,
+                                 kStepTime,
+                                 kPulseTime,
+                                 kOutputRate,
+                                 kCurrentRange};
+constexpr ParameterKey kDpv[] = {kStart,
+                                 kStepValue,
+                                 {"pulse_value", K::NUMBER, -kSet, kSet},
+                                 kEnd,
+                                 kStepTime,
+                                 kPulseTime,
+                                 {"invert_pulse", K::BOOL},
+                                 kOutputRate,
+                                 kCurrentRange};
+constexpr ParameterKey kSwv[] = {kStart,
+                                 kStepValue,
+                                 {"amplitude", K::NUMBER, -kSet, kSet},
+                                 kEnd,
+                                 {"period", K::NUMBER, 2.0 * limits::kMinStepTime, kWeek},
+                                 kOutputRate,
+                                 kCurrentRange};
+constexpr ParameterKey kWave[] = {kOutputRate,   kValueRate,
+                                  kRepetitions,  kCurrentRange,
+                                  {"values", K::NUMBER_ARRAY, -kSet, kSet}, kBias};
+constexpr ParameterKey kWaveFile[] = {kOutputRate,   kValueRate, kRepetitions,
+                                      kCurrentRange, {"resource_id", K::STRING}, kBias};
+constexpr ParameterKey kDrift{"drift_correction", K::OBJECT, -kNoLimit, kNoLimit, false};
+constexpr ParameterKey kImpedance[] = {kBias, {"frequency_range", K::OBJECT}, kDrift};
+constexpr ParameterKey kMultisine[] = {kBias, {"frequency_range", K::OBJECT}, kDrift,
+                                       {"multisine_wave_in_result", K::BOOL, -kNoLimit, kNoLimit, false}};
+constexpr ParameterKey kGeisVa[] = {kBias,
+                                    {"frequency_range", K::OBJECT},
+                                    kDrift,
+                                    {"minimum_current_amplitude", K::NUMBER, 0.0, limits::kCurrentRange, false},
+                                    {"maximum_current_amplitude", K::NUMBER, 0.0, limits::kCurrentRange, false}};
+// The members of "frequency_range" and of its table entries (present-or-not is the record's
+// check).
+constexpr double kFMin = limits::kMinFrequency;
+constexpr double kFMax = limits::kMaxFrequency;
+constexpr double kWaves = limits::kMaxWaves;
+constexpr ParameterKey kGenerateRange[] = {
+    {"min_frequency", K::NUMBER, kFMin, kFMax, false},
+    {"max_frequency", K::NUMBER, kFMin, kFMax, false},
+    {"start_frequency", K::NUMBER, kFMin, kFMax, false},
+    {"points_per_decade_upper", K::INTEGER, 1.0, limits::kMaxPointsPerDecade, false},
+    {"points_per_decade_lower", K::INTEGER, 1.0, limits::kMaxPointsPerDecade, false},
+    {"pre_duration", K::NUMBER, 0.0, kWeek, false},
+    {"pre_waves", K::INTEGER, 0.0, kWaves, false},
+    {"meas_duration", K::NUMBER, 0.0, kWeek, false},
+    {"meas_waves", K::INTEGER, 0.0, kWaves, false},
+    {"amplitude", K::NUMBER, 0.0, kSet, false},
+    {"multisine_pre_waves", K::INTEGER, 0.0, kWaves, false},
+    {"multisine_meas_waves", K::INTEGER, 0.0, kWaves, false},
+    {"multisine_decades", K::INTEGER, 1.0, 12.0, false},
+    {"multisine_starting_harmonic", K::INTEGER, 1.0, 1e6, false},
+    {"fundamental_frequency", K::NUMBER, kFMin, kFMax, false},
+};
+constexpr ParameterKey kTableEntry[] = {
+    {"frequency", K::NUMBER, kFMin, kFMax, false},   {"amplitude", K::NUMBER, 0.0, kSet, false},
+    {"pre_duration", K::NUMBER, 0.0, kWeek, false},  {"pre_waves", K::INTEGER, 0.0, kWaves, false},
+    {"meas_duration", K::NUMBER, 0.0, kWeek, false}, {"meas_waves", K::INTEGER, 0.0, kWaves, false},
+    {"harmonic", K::INTEGER, 1.0, 1e6, false},
+};
+constexpr ParameterKey kCalibrate[] = {{"calibration_type", K::STRING},
+                                       {"calibration_path", K::STRING, -kNoLimit, kNoLimit, false},
+                                       {"indexes", K::INTEGER_ARRAY, 0.0, 1000.0, false},
+                                       {"paths", K::ARRAY, -kNoLimit, kNoLimit, false}};
+constexpr ParameterKey kCalibrationData[] = {{"calibration_type", K::STRING},
+                                             {"calibration_path", K::STRING},
+                                             {"indexes", K::INTEGER_ARRAY, 0.0, 1000.0}};
+constexpr ParameterKey kSetCalibrationData[] = {{"calibration_type", K::STRING},
+                                                {"calibration_path", K::STRING},
+                                                {"indexes", K::INTEGER_ARRAY, 0.0, 1000.0},
+                                                {"data", K::OBJECT}};
+constexpr ParameterKey kSetMesh[] = {{"name", K::STRING}, {"content", K::STRING}};
+constexpr ParameterKey kFilterMatrix[] = {{"uri", K::STRING}};
+constexpr ParameterKey kBeep[] = {{"frequency", K::NUMBER, 20.0, 20000.0}, {"duration", K::NUMBER, 0.0, 10.0}};
+constexpr ParameterKey kSleep[] = {{"duration", K::NUMBER, 0.0, 86400.0}};
+constexpr ParameterKey kLed[] = {
+    {"red", K::INTEGER, 0.0, 255.0}, {"green", K::INTEGER, 0.0, 255.0}, {"blue", K::INTEGER, 0.0, 255.0}};
 constexpr ParameterKey kSwitchOn[] = {{"potentiostat", K::STRING},
                                       {"coupling", K::STRING},
-                                      {"bias", K::NUMBER},
-                                      {"voltage_range_index", K::INTEGER},
-                                      {"compliance_range_index", K::INTEGER}};
+                                      {"bias", K::NUMBER, -kSet, kSet},
+                                      {"voltage_range_index", K::INTEGER, 0.0, 2.0},
+                                      {"compliance_range_index", K::INTEGER, 0.0, 1.0}};
 constexpr ParameterKey kPotentiostat[] = {{"potentiostat", K::STRING}};
-constexpr ParameterKey kSetBias[] = {{"potentiostat", K::STRING}, {"bias", K::NUMBER}};
-constexpr ParameterKey kVoltageRange[] = {{"potentiostat", K::STRING}, {"index", K::INTEGER}};
-constexpr ParameterKey kActiveGains[] = {{"adc", K::STRING}, {"indexes", K::INTEGER_ARRAY}};
-constexpr ParameterKey kCurrentRanges[] = {{"potentiostat", K::STRING}, {"indexes", K::INTEGER_ARRAY}};
-constexpr ParameterKey kCable[] = {{"potentiostat", K::STRING}, {"additional_ce_capacitance", K::NUMBER}};
+constexpr ParameterKey kSetBias[] = {{"potentiostat", K::STRING}, {"bias", K::NUMBER, -kSet, kSet}};
+constexpr ParameterKey kVoltageRange[] = {{"potentiostat", K::STRING}, {"index", K::INTEGER, 0.0, 2.0}};
+constexpr ParameterKey kActiveGains[] = {{"adc", K::STRING}, {"indexes", K::INTEGER_ARRAY, 0.0, 3.0}};
+constexpr ParameterKey kCurrentRanges[] = {{"potentiostat", K::STRING}, {"indexes", K::INTEGER_ARRAY, 0.0, 8.0}};
+constexpr ParameterKey kCable[] = {{"potentiostat", K::STRING}, {"additional_ce_capacitance", K::NUMBER, 0.0, 1e-6}};
 constexpr ParameterKey kDateTime[] = {{"datetime", K::STRING}};
 constexpr ParameterKey kAdc[] = {{"adc", K::STRING}};
 constexpr ParameterKey kGetProperty[] = {{"uri", K::STRING}, {"key", K::STRING}};
 constexpr ParameterKey kSetProperty[] = {{"uri", K::STRING}, {"key", K::STRING}, {"value", K::SCALAR}};
-constexpr ParameterKey kIntegral[] = {{"channel", K::STRING}, {"duration", K::NUMBER}};
+constexpr ParameterKey kIntegral[] = {{"channel", K::STRING}, {"duration", K::NUMBER, 0.001, 3600.0}};
 constexpr ParameterKey kFirmware[] = {{"resource_id", K::STRING}};
 constexpr ParameterKey kHardwareSettings[] = {
     {"output_potentiostats", K::ARRAY}, {"channels", K::ARRAY}, {"impedance_configurations", K::ARRAY}};
@@ -124,6 +221,39 @@ ErrorObject recordCheck(const json::object& parameters) {
 
 using F = JobFamilyEnum;
 
+ErrorObject checkKeys(std::span<const ParameterKey> keys, const json::object& parameters);
+
+/// The spectrum of an impedance kind: the members of "frequency_range" and of each entry of
+/// its table within their ranges, at most kMaxSpectrumPoints entries (PARAMETER_VALUE_TOO_HIGH
+/// on "points").
+ErrorObject checkSpectrum(const json::object& parameters) {
+    const auto* range = parameters.if_contains("frequency_range");
+    if (range == nullptr || !range->is_object()) return {};
+    if (auto error = checkKeys(kGenerateRange, range->get_object())) return error;
+    for (const auto* name : {"spectrum", "harmonics"}) {
+        const auto* table = range->get_object().if_contains(name);
+        if (table == nullptr || !table->is_array()) continue;
+        const auto points = table->get_array().size();
+        if (static_cast<double>(points) > limits::kMaxSpectrumPoints) {
+            return ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH, "points",
+                               std::uint64_t{points}, limits::kMaxSpectrumPoints);
+        }
+        for (const auto& entry : table->get_array()) {
+            if (const auto* object = entry.if_object()) {
+                if (auto error = checkKeys(kTableEntry, *object)) return error;
+            }
+        }
+    }
+    return {};
+}
+
+/// The record check of an impedance kind, then its spectrum's ranges.
+template <class Record>
+ErrorObject impedanceCheck(const json::object& parameters) {
+    if (auto error = recordCheck<Record>(parameters)) return error;
+    return checkSpectrum(parameters);
+}
+
 // clang-format off
 const JobKind kKinds[] = {
     {"cv", F::DC, false, kCv, nullptr},
@@ -138,21 +268,21 @@ const JobKind kKinds[] = {
     {"swv", F::DC, false, kSwv, nullptr},
     {"wave", F::DC, false, kWave, nullptr},
     {"wave_file", F::DC, false, kWaveFile, nullptr},
-    {"eis", F::AC, false, kImpedance, &recordCheck<EisParametersGenerate>},
-    {"eis_table", F::AC, false, kImpedance, &recordCheck<EisParametersFrequencyTable>},
-    {"eis_multisine", F::AC, false, kImpedance, &recordCheck<EisMultisineParametersGenerate>},
-    {"eis_multisine_table", F::AC, false, kImpedance, &recordCheck<EisMultiSineTable>},
-    {"geis_va", F::AC, false, kImpedance, &recordCheck<GeisVaParametersGenerate>},
-    {"geis_va_table", F::AC, false, kImpedance, &recordCheck<GeisVaParametersFrequencyTable>},
+    {"eis", F::AC, false, kImpedance, &impedanceCheck<EisParametersGenerate>},
+    {"eis_table", F::AC, false, kImpedance, &impedanceCheck<EisParametersFrequencyTable>},
+    {"eis_multisine", F::AC, false, kMultisine, &impedanceCheck<EisMultisineParametersGenerate>},
+    {"eis_multisine_table", F::AC, false, kMultisine, &impedanceCheck<EisMultiSineTable>},
+    {"geis_va", F::AC, false, kGeisVa, &impedanceCheck<GeisVaParametersGenerate>},
+    {"geis_va_table", F::AC, false, kGeisVa, &impedanceCheck<GeisVaParametersFrequencyTable>},
     {"calibrate", F::CALIBRATION, false, kCalibrate, nullptr},
-    {VELMAR_SERVICE_PREFIX "set_calibration_data", F::CALIBRATION, false, {},
+    {VELMAR_SERVICE_PREFIX "set_calibration_data", F::CALIBRATION, false, kSetCalibrationData,
      &recordCheck<SetCalibrationDataParameters>},
-    {VELMAR_SERVICE_PREFIX "get_calibration_data", F::CONTROL, true, {},
+    {VELMAR_SERVICE_PREFIX "get_calibration_data", F::CONTROL, true, kCalibrationData,
      &recordCheck<GetCalibrationDataParameters>},
     {VELMAR_SERVICE_PREFIX "get_mesh_json_file", F::CONTROL, true, {}, nullptr},
-    {VELMAR_SERVICE_PREFIX "set_mesh_json_file", F::CONTROL, false, {},
+    {VELMAR_SERVICE_PREFIX "set_mesh_json_file", F::CONTROL, false, kSetMesh,
      &recordCheck<SetMeshJsonFileParameters>},
-    {VELMAR_SERVICE_PREFIX "get_filter_usage_matrix", F::CONTROL, true, {},
+    {VELMAR_SERVICE_PREFIX "get_filter_usage_matrix", F::CONTROL, true, kFilterMatrix,
      &recordCheck<GetFilterUsageMatrixParameters>},
     {"beep", F::CONTROL, false, kBeep, nullptr},
     {"sleep", F::CONTROL, false, kSleep, nullptr},
@@ -274,6 +404,34 @@ bool knownDimension(const json::value* value) {
     return name == "time" || name == "voltage" || name == "current" || name == "charge";
 }
 
+/// The range check of one number; `value` is finite (non-finite numbers are refused before).
+ErrorObject checkKeyRange(const ParameterKey& key, const json::value& value) {
+    if (key.low == -kNoLimit && key.high == kNoLimit) return {};
+    return checkRange(key.name, value.to_number<double>(), key.low, key.high);
+}
+
+ErrorObject checkKeys(std::span<const ParameterKey> keys, const json::object& parameters) {
+    for (const auto& key : keys) {
+        const auto* value = parameters.if_contains(key.name);
+        if (value == nullptr) {
+            if (!key.required) continue;
+            return ErrorObject(ErrorCodeEnum::PARAMETER_MISSING, messages::PARAMETER_MISSING, key.name);
+        }
+        if (!hasKind(*value, key.kind)) {
+            return ErrorObject(ErrorCodeEnum::PARAMETER_FORMAT_INVALID, messages::PARAMETER_FORMAT_INVALID,
+                               key.name, expectedText(key.kind));
+        }
+        if (key.kind == K::NUMBER || key.kind == K::INTEGER) {
+            if (auto error = checkKeyRange(key, *value)) return error;
+        } else if (key.kind == K::NUMBER_ARRAY || key.kind == K::INTEGER_ARRAY) {
+            for (const auto& element : value->get_array()) {
+                if (auto error = checkKeyRange(key, element)) return error;
+            }
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 const JobKind* findJobKind(std::string_view type) {
@@ -293,6 +451,8 @@ double numberOf(const json::object& parameters, std::string_view key) {
 }
 
 ErrorObject checkRange(std::string_view key, double value, double low, double high) {
+    if (!std::isfinite(value))
+        return ErrorObject(ErrorCodeEnum::PARAMETER_IS_NOT_A_NUMBER, messages::PARAMETER_IS_NOT_A_NUMBER, key);
     if (value > high)
         return ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH, key,
                            value, high);
@@ -303,15 +463,7 @@ ErrorObject checkRange(std::string_view key, double value, double low, double hi
 }
 
 ErrorObject checkParameterKeys(const JobKind& kind, const json::object& parameters) {
-    for (const auto& key : kind.keys) {
-        const auto* value = parameters.if_contains(key.name);
-        if (value == nullptr)
-            return ErrorObject(ErrorCodeEnum::PARAMETER_MISSING, messages::PARAMETER_MISSING, key.name);
-        if (!hasKind(*value, key.kind)) {
-            return ErrorObject(ErrorCodeEnum::PARAMETER_FORMAT_INVALID, messages::PARAMETER_FORMAT_INVALID,
-                               key.name, expectedText(key.kind));
-        }
-    }
+    if (auto error = checkKeys(kind.keys, parameters)) return error;
     if (kind.recordCheck != nullptr) return kind.recordCheck(parameters);
     return {};
 }

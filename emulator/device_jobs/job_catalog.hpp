@@ -7,6 +7,7 @@
 
 #include <boost/json/fwd.hpp>
 
+#include <limits>
 #include <span>
 #include <string_view>
 
@@ -30,12 +31,22 @@ enum class KeyKindEnum {
     OBJECT,
 };
 
+/// No bound on a numeric key.
+inline constexpr double kNoLimit = std::numeric_limits<double>::max();
+
 struct ParameterKey {
     std::string_view name;
     KeyKindEnum kind;
+    /// Inclusive range of a numeric key, or of every element of a numeric array. Checked
+    /// before the value is used or converted, so that no later conversion can overflow.
+    double low = -kNoLimit;
+    double high = kNoLimit;
+    /// Optional keys are checked (kind and range) only when present.
+    bool required = true;
 };
 
-/// One job kind. `keys` are the required keys of "parameters"; further keys are ignored.
+/// One job kind. `keys` are the keys of "parameters" that the device reads; further keys are
+/// ignored.
 /// `singleValue`: the completion carries a "result" object.
 struct JobKind {
     std::string_view type;
@@ -53,8 +64,9 @@ const JobKind* findJobKind(std::string_view type);
 /// Every kind, in table order.
 std::span<const JobKind> allJobKinds();
 
-/// Checks that every key of the kind is present (PARAMETER_MISSING) with the right JSON kind
-/// (PARAMETER_FORMAT_INVALID), then the kind's record check.
+/// Checks that every required key of the kind is present (PARAMETER_MISSING), that every key
+/// present has the right JSON kind (PARAMETER_FORMAT_INVALID) and lies within its range
+/// (PARAMETER_VALUE_TOO_LOW / _TOO_HIGH), then the kind's record check.
 ErrorObject checkParameterKeys(const JobKind& kind, const boost::json::object& parameters);
 
 /// Checks the "stop_conditions" array of a job: only DC kinds take conditions; each element
@@ -64,6 +76,7 @@ ErrorObject checkParameterKeys(const JobKind& kind, const boost::json::object& p
 ErrorObject checkStopConditions(const JobKind& kind, const boost::json::array& conditions);
 
 /// A number member as double (integers converted); the caller has checked the kind.
+/// 0 when absent or not a number.
 double numberOf(const boost::json::object& parameters, std::string_view key);
 
 /// PARAMETER_VALUE_TOO_LOW / _TOO_HIGH when `value` lies outside [low, high], else success.

@@ -15,6 +15,7 @@ inline constexpr std::string_view STOP_CONDITION_MISCONFIGURED = "stop condition
 inline constexpr std::string_view STOP_CONDITION_NOT_ALLOWED = "job type '{0}' takes no stop conditions";
 inline constexpr std::string_view STOP_CONDITION_TRIGGERED = "stop condition {0} triggered on '{1}' at {2}";
 inline constexpr std::string_view QUEUE_FULL = "job queue full ({0} jobs waiting)";
+inline constexpr std::string_view BYPASS_FULL = "too many jobs beside the queue ({0} running)";
 inline constexpr std::string_view QUEUE_BYPASS_NOT_ALLOWED = "job type '{0}' cannot bypass the queue";
 inline constexpr std::string_view STOPPED_MANUALLY_BEFORE_RUN = "manually stopped before run";
 inline constexpr std::string_view STOPPED_MANUALLY = "manually stopped";

@@ -47,6 +47,8 @@ struct JobQueue::Job {
     double elapsed = 0.0;
     /// The PENDING event has been sent and the queue kicked (see announce()).
     bool announced = false;
+    /// What the job holds, counted against DeviceJobsOptions::endedJobsKeptBytes once ended.
+    std::size_t retainedBytes = 0;
 
     bool isEnded() const { return status == JobStatusEnum::FINISHED || status == JobStatusEnum::FAILED; }
 };
@@ -137,6 +139,7 @@ std::expected<std::shared_ptr<JobQueue::Job>, ErrorObject> JobQueue::parse(const
     partial.type = std::string(*type);
     if (const auto* meta = request.if_contains("job_meta"); meta != nullptr && meta->is_object())
         partial.meta = meta->get_object();
+    if (auto path = findNonFiniteNumber(*jobValue, "job")) return std::unexpected(notANumber(*path));
     const auto* kind = findJobKind(*type);
     if (kind == nullptr)
         return std::unexpected(
@@ -185,6 +188,15 @@ std::expected<std::shared_ptr<JobQueue::Job>, ErrorObject> JobQueue::parse(const
         if (pending_.size() >= options_.queueCapacity) {
             return std::unexpected(
                 ErrorObject(ErrorCodeEnum::QUEUE_FULL, job_messages::QUEUE_FULL, pending_.size()));
+        }
+    }
+    if (check == CheckEnum::CREATE && job->options.bypass_queue) {
+        std::lock_guard lock(mutex_);
+        const auto bypassing = static_cast<std::size_t>(std::ranges::count_if(
+            jobs_, [](const auto& entry) { return entry.second->options.bypass_queue && !entry.second->isEnded(); }));
+        if (bypassing >= options_.bypassCapacity) {
+            return std::unexpected(
+                ErrorObject(ErrorCodeEnum::QUEUE_FULL, job_messages::BYPASS_FULL, std::uint64_t{bypassing}));
         }
     }
     return job;
@@ -387,6 +399,10 @@ void JobQueue::finish(const std::shared_ptr<Job>& job, JobStatusEnum status, Job
     if (job->error) done["error"] = errorObjectToJson(job->error);
     model_.sendFrame(job->connectionId, done);
 
+    job->retainedBytes = kJobOverheadBytes + json::serialize(job->parameters).size() +
+                         json::serialize(job->stopConditions).size() + json::serialize(job->meta).size() +
+                         (job->result ? json::serialize(*job->result).size() : 0);
+    endedBytes_ += job->retainedBytes;
     std::erase(bypassing_, job);
     std::erase(pending_, job);
     if (running_ == job) {
@@ -399,9 +415,11 @@ void JobQueue::finish(const std::shared_ptr<Job>& job, JobStatusEnum status, Job
 void JobQueue::forgetOldJobs() {
     std::size_t ended = 0;
     for (const auto& [id, job] : jobs_) ended += job->isEnded() ? 1 : 0;
-    for (auto it = order_.begin(); it != order_.end() && ended > options_.endedJobsKept;) {
+    const auto overBound = [&] { return ended > options_.endedJobsKept || endedBytes_ > options_.endedJobsKeptBytes; };
+    for (auto it = order_.begin(); it != order_.end() && overBound();) {
         const auto found = jobs_.find(*it);
         if (found != jobs_.end() && found->second->isEnded()) {
+            endedBytes_ -= found->second->retainedBytes;
             jobs_.erase(found);
             it = order_.erase(it);
             --ended;
@@ -469,7 +487,14 @@ EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
         columns = dimensions->get_array().size();
     }
     const auto count = static_cast<std::size_t>(*rows);
-    std::string bytes(columns * count * sizeof(double), '\0');
+    // Checked before the bytes are allocated: the new result replaces the old one.
+    const std::uint64_t needed = columns * count * sizeof(double);
+    const auto& store = model_.resources();
+    if (needed > store.capacityBytes() - store.usedBytes() + old->size) {
+        return EndpointResult::failure(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, needed,
+                                                   store.capacityBytes() - store.usedBytes() + old->size));
+    }
+    std::string bytes(needed, '\0');
     for (std::size_t c = 0; c < columns; ++c) {
         auto* out = bytes.data() + c * count * sizeof(double);
         for (std::size_t r = 0; r < count; ++r) {
@@ -523,11 +548,13 @@ std::shared_ptr<JobQueue> installDeviceJobs(DeviceModel& model, DeviceJobsOption
     auto queue = std::make_shared<JobQueue>(model, std::move(options));
     registerDcExecutors(queue->executors());
     auto& endpoints = model.endpoints();
-    endpoints.add("/job/start", [queue](const RequestContext& c) { return queue->start(c); });
+    endpoints.add("/job/start", [queue](const RequestContext& c) { return queue->start(c); },
+                  NumberCheckEnum::BY_HANDLER);
     endpoints.add("/job/info", [queue](const RequestContext& c) { return queue->info(c); });
     endpoints.add("/job/list", [queue](const RequestContext& c) { return queue->list(c); });
     endpoints.add("/job/check_parameters",
-                  [queue](const RequestContext& c) { return queue->checkParameters(c); });
+                  [queue](const RequestContext& c) { return queue->checkParameters(c); },
+                  NumberCheckEnum::BY_HANDLER);
     endpoints.add("/emulator/make_dc_result", [queue](const RequestContext& c) { return queue->makeDcResult(c); });
     std::weak_ptr<JobQueue> weak = queue;
     model.setStopHandler([weak](const StopRequest& request) {

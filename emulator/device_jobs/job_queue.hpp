@@ -32,13 +32,22 @@ namespace velmar::emulator {
 struct DeviceJobsOptions {
     /// Bound of the waiting (PENDING) jobs; one more is refused with QUEUE_FULL.
     std::size_t queueCapacity = 16;
+    /// Bound of the jobs that bypass the queue and have not ended; one more is refused with
+    /// QUEUE_FULL.
+    std::size_t bypassCapacity = 64;
     /// The cell behind every potentiostat (see parseCellSpec).
     std::string cellSpec = "resistor:R=1000";
     /// Ended jobs kept for "/job/info" and "/job/list"; older ones are forgotten.
     std::size_t endedJobsKept = 1000;
+    /// Bound of what the kept ended jobs hold (their parameters, stop conditions, metadata
+    /// and results as JSON text, plus kJobOverheadBytes each); the oldest are forgotten first.
+    std::size_t endedJobsKeptBytes = 64ull << 20;
 };
 
 class JobQueue;
+
+/// Bytes counted for every job besides its JSON members (identifiers, times, status).
+inline constexpr std::size_t kJobOverheadBytes = 1024;
 
 /// Registers the job endpoints, the stop handler and the busy provider on `model`, with the
 /// built-in DC executors. The returned queue is also kept alive by the registered handlers;
@@ -99,6 +108,7 @@ private:
     mutable std::recursive_mutex mutex_;
     std::map<std::string, std::shared_ptr<Job>, std::less<>> jobs_;
     std::vector<std::string> order_;  // creation order of the jobs in jobs_
+    std::size_t endedBytes_ = 0;      // retainedBytes of the ended jobs in jobs_
     std::deque<std::shared_ptr<Job>> pending_;
     std::shared_ptr<Job> running_;
     std::vector<std::shared_ptr<Job>> bypassing_;

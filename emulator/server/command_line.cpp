@@ -36,6 +36,17 @@ options:
   --cell SPEC            emulated cell, e.g. resistor:R=1000, rc:R=1000,C=1e-6 or
                          redox:E0=0.2 (default resistor:R=1000)
   --queue-size N         jobs that may wait in the job queue, >= 1 (default 16)
+  --max-connections N    TCP connections at a time (default 64)
+  --max-message-bytes N  largest incoming message (default 67108864, 64 MiB)
+  --max-incoming-bytes N incomplete incoming messages of all connections together
+                         (default 268435456, 256 MiB)
+  --max-outgoing-bytes N frames waiting for one connection; a client that does not read
+                         is dropped beyond it (default 67108864, 64 MiB)
+  --max-outgoing-frames N  the same in frames (default 65536)
+  --resource-capacity N  bytes of resource content (default 1073741824, 1 GiB)
+  --resource-description-bytes N  bytes of resource names and headers (default 67108864)
+  --jobs-kept N          ended jobs kept for /job/info and /job/list (default 1000)
+  --jobs-kept-bytes N    bytes those jobs may hold (default 67108864)
   --help                 print this text and exit
 
 After listening, one line "listening on ADDRESS:PORT" is printed. SIGINT and SIGTERM
@@ -58,7 +69,11 @@ std::expected<CommandLine, std::string> parseCommandLine(std::span<const std::st
         }
         static constexpr std::string_view kValueOptions[] = {"--host",     "--port",      "--user",      "--password",
                                                              "--protocol-version", "--idle-exit", "--seed", "--time-scale",
-                                                             "--cell", "--queue-size"};
+                                                             "--cell", "--queue-size", "--max-connections",
+                                                             "--max-message-bytes", "--max-incoming-bytes",
+                                                             "--max-outgoing-bytes", "--max-outgoing-frames",
+                                                             "--resource-capacity", "--resource-description-bytes",
+                                                             "--jobs-kept", "--jobs-kept-bytes"};
         if (std::ranges::find(kValueOptions, name) == std::end(kValueOptions)) {
             return std::unexpected("unknown option " + std::string(name));
         }
@@ -104,6 +119,28 @@ std::expected<CommandLine, std::string> parseCommandLine(std::span<const std::st
             auto size = parseNumber<std::size_t>(value);
             if (!size || *size == 0 || *size > 100000) return invalid();
             out.queueSize = *size;
+        } else {
+            // The bounds: positive integers, at most 2^48 (no bound is meant to be unlimited).
+            struct Bound {
+                std::string_view name;
+                std::uint64_t* target;
+            };
+            std::uint64_t connections = 0, jobs = 0;
+            const Bound bounds[] = {{"--max-connections", &connections},
+                                    {"--max-message-bytes", &out.maxMessageBytes},
+                                    {"--max-incoming-bytes", &out.maxIncomingBytes},
+                                    {"--max-outgoing-bytes", &out.maxOutgoingBytes},
+                                    {"--max-outgoing-frames", &out.maxOutgoingFrames},
+                                    {"--resource-capacity", &out.resourceCapacity},
+                                    {"--resource-description-bytes", &out.resourceDescriptionBytes},
+                                    {"--jobs-kept", &jobs},
+                                    {"--jobs-kept-bytes", &out.jobsKeptBytes}};
+            const auto* bound = std::ranges::find(bounds, name, &Bound::name);
+            auto number = parseNumber<std::uint64_t>(value);
+            if (!number || *number == 0 || *number > (1ull << 48)) return invalid();
+            *bound->target = *number;
+            if (bound->target == &connections) out.maxConnections = static_cast<std::size_t>(connections);
+            if (bound->target == &jobs) out.jobsKept = static_cast<std::size_t>(jobs);
         }
     }
     if (out.user.has_value() != out.password.has_value()) return std::unexpected(std::string("--user and --password go together"));

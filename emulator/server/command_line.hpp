@@ -27,6 +27,17 @@ struct CommandLine {
     std::string cellSpec = "resistor:R=1000";
     /// Bound of the waiting jobs of the job queue.
     std::size_t queueSize = 16;
+    /// Bounds of what connections and retained state may cost (see ConnectionLimits,
+    /// DeviceModelOptions and DeviceJobsOptions for their meaning).
+    std::size_t maxConnections = 64;
+    std::uint64_t maxMessageBytes = 64ull << 20;
+    std::uint64_t maxIncomingBytes = 256ull << 20;
+    std::uint64_t maxOutgoingBytes = 64ull << 20;
+    std::uint64_t maxOutgoingFrames = 65536;
+    std::uint64_t resourceCapacity = 1ull << 30;
+    std::uint64_t resourceDescriptionBytes = 64ull << 20;
+    std::size_t jobsKept = 1000;
+    std::uint64_t jobsKeptBytes = 64ull << 20;
     bool help = false;
 };
 

@@ -26,8 +26,12 @@ using boost::system::error_code;
 
 namespace {
 
-/// Incoming messages may be large: a client may append a big resource in one request.
-constexpr std::size_t kReadMessageMax = 512ull << 20;
+/// Incoming messages are read in parts of at most this size, each reserved from the shared
+/// budget of incoming bytes first.
+constexpr std::size_t kReadChunk = 256u << 10;
+/// Retry delays of a failing accept (descriptors exhausted): doubling up to the maximum.
+constexpr auto kAcceptRetryFirst = std::chrono::milliseconds(100);
+constexpr auto kAcceptRetryMax = std::chrono::milliseconds(1000);
 /// The upgrade request must arrive within this time; also bounds the closing handshake.
 constexpr auto kHandshakeTimeout = std::chrono::seconds(30);
 /// Beast pings after half of this without traffic and drops the connection after all of it.
@@ -50,6 +54,9 @@ private:
     asio::io_context& ioc_;
 };
 
+/// One line on standard error, like the model's reports of frame problems.
+void logServer(std::string_view text) { std::cerr << "velmar-emulator: " << text << std::endl; }
+
 std::optional<std::string_view> headerValue(const http::request<http::string_body>& request, std::string_view name) {
     auto it = request.find(beast::string_view(name.data(), name.size()));
     if (it == request.end()) return std::nullopt;
@@ -70,7 +77,8 @@ struct ServerCore {
           acceptor(ioc),
           signals(ioc),
           idleTimer(ioc),
-          graceTimer(ioc) {}
+          graceTimer(ioc),
+          acceptRetryTimer(ioc) {}
 
     static DeviceModelOptions modelOptions(const ServerOptions& options) {
         auto out = options.model;
@@ -80,6 +88,8 @@ struct ServerCore {
     }
 
     void accept();
+    void retryAccept(const error_code& ec);
+    std::size_t liveConnections();
     void shutdown();
     void armIdleExit();
     // I/O thread: bookkeeping of open WebSocket connections for the idle exit and shutdown.
@@ -94,8 +104,12 @@ struct ServerCore {
     asio::signal_set signals;
     asio::steady_timer idleTimer;
     asio::steady_timer graceTimer;
+    asio::steady_timer acceptRetryTimer;
+    std::chrono::milliseconds acceptRetryDelay{0};  // zero while accepting works
     std::vector<std::weak_ptr<WsConnection>> live;  // every TCP connection not yet ended
     std::size_t openWebSockets = 0;
+    /// Bytes of incomplete incoming messages held by all connections.
+    std::size_t incomingHeld = 0;
     bool stopping = false;
 };
 
@@ -124,7 +138,8 @@ public:
     }
 
     void sendText(std::string text) override {
-        enqueue(Outgoing{false, std::make_shared<const std::string>(std::move(text)), 0});
+        const auto size = text.size();
+        enqueue(Outgoing{false, std::make_shared<const std::string>(std::move(text)), size});
     }
 
     void sendBinary(BinaryPayload payload) override {
@@ -142,12 +157,23 @@ private:
     struct Outgoing {
         bool binary = false;
         std::shared_ptr<const std::string> owner;
-        std::size_t size = 0;  // binary frames only; text frames are the whole string
+        std::size_t size = 0;  // the bytes to write: a prefix of a binary owner, a whole text
     };
 
     void enqueue(Outgoing frame) {
         asio::post(ws_.get_executor(), [self = shared_from_this(), frame = std::move(frame)]() mutable {
             if (self->ended_ || self->closeRequested_) return;
+            const auto& limits = self->server_.options.limits;
+            // Frames wait behind the one being written; a client that does not read lets them
+            // pile up. A single large frame may wait alone (a download).
+            const bool tooManyBytes = self->waitingBytes_ > 0 && self->waitingBytes_ + frame.size > limits.maxOutgoingBytes;
+            if (tooManyBytes || self->queue_.size() >= limits.maxOutgoingFrames) {
+                logServer("connection " + self->id_ + ": dropped, it does not read its replies (" +
+                          std::to_string(self->queue_.size()) + " frames, " + std::to_string(self->waitingBytes_) +
+                          " bytes waiting)");
+                return self->end();
+            }
+            self->waitingBytes_ += frame.size;
             self->queue_.push_back(std::move(frame));
             self->writeNext();
         });
@@ -181,7 +207,7 @@ private:
             response.set(http::field::server, "velmar-emulator");
             for (const auto& [name, value] : headers) response.set(name, value);
         }));
-        ws_.read_message_max(kReadMessageMax);
+        ws_.read_message_max(server_.options.limits.maxMessageBytes);
         // A binary download is one WebSocket frame, however large.
         ws_.auto_fragment(false);
         ws_.async_accept(request, [self = shared_from_this()](const error_code& acceptError) { self->onAccept(acceptError); });
@@ -211,12 +237,37 @@ private:
         readNext();
     }
 
+    // Messages are read in parts; each part is first reserved from the budget of incoming
+    // bytes that all connections share, so that partial messages cannot add up without bound.
     void readNext() {
-        ws_.async_read(buffer_, [self = shared_from_this()](const error_code& ec, std::size_t) { self->onRead(ec); });
+        auto& server = server_;
+        const auto chunk = std::min(kReadChunk, server.options.limits.maxMessageBytes + 1);
+        if (server.incomingHeld + chunk > server.options.limits.maxIncomingBytes) {
+            logServer("connection " + id_ + ": closed, incoming messages of all connections exceed " +
+                      std::to_string(server.options.limits.maxIncomingBytes) + " bytes");
+            return end();
+        }
+        ws_.async_read_some(buffer_, chunk,
+                            [self = shared_from_this()](const error_code& ec, std::size_t) { self->onRead(ec); });
+    }
+
+    void holdIncoming(std::size_t bytes) {
+        server_.incomingHeld = server_.incomingHeld - held_ + bytes;
+        held_ = bytes;
     }
 
     void onRead(const error_code& ec) {
-        if (ec) return end();
+        if (ec) {
+            if (ec == websocket::error::message_too_big)
+                logServer("connection " + id_ + ": closed, message larger than " +
+                          std::to_string(server_.options.limits.maxMessageBytes) + " bytes");
+            return end();
+        }
+        if (!ws_.is_message_done()) {
+            holdIncoming(buffer_.size());
+            return readNext();
+        }
+        holdIncoming(0);
         const auto data = buffer_.cdata();
         if (ws_.got_text()) {
             server_.model.handleText(id_, std::string_view(static_cast<const char*>(data.data()), data.size()));
@@ -240,9 +291,9 @@ private:
         }
         writing_ = true;
         const auto& front = queue_.front();
+        waitingBytes_ -= front.size;
         ws_.binary(front.binary);
-        const auto size = front.binary ? front.size : front.owner->size();
-        ws_.async_write(asio::buffer(front.owner->data(), size), [self = shared_from_this()](const error_code& ec, std::size_t) {
+        ws_.async_write(asio::buffer(front.owner->data(), front.size), [self = shared_from_this()](const error_code& ec, std::size_t) {
             self->writing_ = false;
             if (ec) return self->end();
             self->queue_.pop_front();
@@ -255,6 +306,8 @@ private:
         if (ended_) return;
         ended_ = true;
         queue_.clear();
+        waitingBytes_ = 0;
+        holdIncoming(0);
         error_code ignored;
         beast::get_lowest_layer(ws_).socket().close(ignored);
         if (accepted_) server_.model.closeConnection(id_);
@@ -269,6 +322,10 @@ private:
     ConnectionMeta meta_;
     std::string id_;
     std::deque<Outgoing> queue_;
+    /// Bytes of the frames in queue_ that are not being written yet.
+    std::size_t waitingBytes_ = 0;
+    /// This connection's part of ServerCore::incomingHeld.
+    std::size_t held_ = 0;
     bool accepted_ = false;
     bool writing_ = false;
     bool closeRequested_ = false;
@@ -279,14 +336,43 @@ private:
 void ServerCore::accept() {
     acceptor.async_accept([this](const error_code& ec, tcp::socket socket) {
         if (stopping || !acceptor.is_open()) return;
-        if (!ec) {
+        if (ec) return retryAccept(ec);
+        if (acceptRetryDelay.count() > 0) {
+            logServer("accepting connections again");
+            acceptRetryDelay = std::chrono::milliseconds(0);
+        }
+        if (liveConnections() >= options.limits.maxConnections) {
+            // Refused before anything is read or allocated for it.
+            error_code ignored;
+            socket.close(ignored);
+        } else {
             auto connection = std::make_shared<WsConnection>(std::move(socket), *this);
-            std::erase_if(live, [](const auto& weak) { return weak.expired(); });
             live.push_back(connection);
             connection->start();
         }
         accept();
     });
+}
+
+// Accepting fails while no descriptor is free (EMFILE, ENFILE) or memory is short; trying
+// again at once would spin. The delay doubles up to kAcceptRetryMax and is reset by the next
+// accepted connection.
+void ServerCore::retryAccept(const error_code& ec) {
+    if (acceptRetryDelay.count() == 0) {
+        logServer("cannot accept connections: " + ec.message() + "; retrying");
+        acceptRetryDelay = kAcceptRetryFirst;
+    } else {
+        acceptRetryDelay = std::min(acceptRetryDelay * 2, std::chrono::milliseconds(kAcceptRetryMax));
+    }
+    acceptRetryTimer.expires_after(acceptRetryDelay);
+    acceptRetryTimer.async_wait([this](const error_code& waitError) {
+        if (!waitError && !stopping) accept();
+    });
+}
+
+std::size_t ServerCore::liveConnections() {
+    std::erase_if(live, [](const auto& weak) { return weak.expired(); });
+    return live.size();
 }
 
 void ServerCore::webSocketOpened() {
@@ -319,6 +405,7 @@ void ServerCore::shutdown() {
     acceptor.close(ignored);
     signals.cancel(ignored);
     idleTimer.cancel();
+    acceptRetryTimer.cancel();
     std::erase_if(live, [](const auto& weak) { return weak.expired(); });
     if (live.empty()) {
         ioc.stop();

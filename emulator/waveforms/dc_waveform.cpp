@@ -1,6 +1,7 @@
 #include "emulator/waveforms/dc_waveform.hpp"
 
 #include "emulator/core/emulator_messages.hpp"
+#include "emulator/device_jobs/device_limits.hpp"
 
 #include <boost/json.hpp>
 
@@ -38,6 +39,32 @@ public:
         return value;
     }
     double positive(std::string_view key) { return atLeast(key, 0.0, true); }
+    /// A non-negative number of at most `maximum`.
+    double upTo(std::string_view key, double maximum) {
+        const double value = nonNegative(key);
+        if (!error_ && value > maximum) {
+            return fail(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH, key, value, maximum);
+        }
+        return value;
+    }
+    /// A staircase height: 0 (a continuous sweep) or at least the smallest step.
+    double stepHeight(std::string_view key) {
+        const double value = nonNegative(key);
+        if (!error_ && value > 0.0 && value < limits::kMinStep) {
+            return fail(ErrorCodeEnum::PARAMETER_VALUE_TOO_LOW, messages::PARAMETER_VALUE_TOO_LOW, key, value,
+                        limits::kMinStep);
+        }
+        return value;
+    }
+    /// A potential step of at least the smallest step.
+    double step(std::string_view key) {
+        const double value = positive(key);
+        if (!error_ && value < limits::kMinStep) {
+            return fail(ErrorCodeEnum::PARAMETER_VALUE_TOO_LOW, messages::PARAMETER_VALUE_TOO_LOW, key, value,
+                        limits::kMinStep);
+        }
+        return value;
+    }
     double nonNegative(std::string_view key) { return atLeast(key, 0.0, false); }
     bool flag(std::string_view key) {
         const auto* value = parameters_.if_contains(key);
@@ -131,7 +158,23 @@ double level(double start, double end, double step, std::size_t k) {
     return start + direction * static_cast<double>(k) * std::abs(step);
 }
 
+/// The vertices of round(2 x numCycles); numCycles has been checked against kMaxCycles.
 std::size_t turns(double numCycles) { return static_cast<std::size_t>(std::llround(2.0 * numCycles)); }
+
+std::unexpected<ErrorObject> tooHigh(std::string_view key, double value, double maximum) {
+    return std::unexpected(
+        ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH, key, value, maximum));
+}
+
+/// Pieces of one sweep of SegmentBuilder::sweep, counted without building them.
+double sweepPieces(double from, double to, double stepHeight) {
+    const double distance = std::abs(to - from);
+    if (distance == 0.0) return 0.0;
+    return stepHeight > 0.0 ? std::floor(distance / stepHeight) + 2.0 : 1.0;
+}
+
+/// floor(|end - start| / |step|) + 1 as a double, for the limit check before levelCount.
+double levelsOf(double start, double end, double step) { return std::floor(std::abs(end - start) / std::abs(step)) + 1.0; }
 
 }  // namespace
 
@@ -227,15 +270,23 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
         const double second = in.number("second_vertex");
         const double end = in.number("end_value");
         const double scanRate = in.positive("scan_rate");
-        const std::size_t vertexCount = turns(in.nonNegative("num_cycles"));
+        const double numCycles = in.upTo("num_cycles", limits::kMaxCycles);
         double stepHeight = 0.0;
         if (kind == "cv") {
-            stepHeight = parameters.contains("step_height") ? in.nonNegative("step_height") : 0.0;
+            stepHeight = parameters.contains("step_height") ? in.stepHeight("step_height") : 0.0;
         } else {
             sineAmplitude = in.number("amplitude");
             sineFrequency = in.positive("frequency");
         }
         if (in.error()) return std::unexpected(in.error());
+        const std::size_t vertexCount = turns(numCycles);
+        double pieces = 0.0;
+        for (std::size_t i = 0; i < vertexCount && pieces <= limits::kMaxPeriodSteps; ++i) {
+            pieces += sweepPieces(i == 0 ? start : (i % 2 == 0 ? second : first), i % 2 == 0 ? first : second,
+                                  stepHeight);
+        }
+        pieces += sweepPieces(vertexCount == 0 ? start : (vertexCount % 2 == 0 ? second : first), end, stepHeight);
+        if (pieces > limits::kMaxPeriodSteps) return tooHigh("steps", pieces, limits::kMaxPeriodSteps);
         double from = start;
         for (std::size_t i = 0; i < vertexCount; ++i) {
             const double vertex = i % 2 == 0 ? first : second;
@@ -249,23 +300,29 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
         const double second = in.number("second_step");
         finalValue = in.number("end_value");
         const double stepTime = in.positive("step_time");
-        const std::size_t steps = turns(in.nonNegative("num_cycles"));
+        const double numCycles = in.upTo("num_cycles", limits::kMaxCycles);
+        if (in.error()) return std::unexpected(in.error());
+        const std::size_t steps = turns(numCycles);
         for (std::size_t i = 0; i < steps; ++i) period.hold(i % 2 == 0 ? first : second, stepTime);
     } else if (kind == "ramp") {
         const double start = in.number("start_value");
         finalValue = in.number("end_value");
         const double scanRate = in.positive("scan_rate");
-        const double stepHeight = parameters.contains("step_height") ? in.nonNegative("step_height") : 0.0;
+        const double stepHeight = parameters.contains("step_height") ? in.stepHeight("step_height") : 0.0;
         if (in.error()) return std::unexpected(in.error());
+        if (const double pieces = sweepPieces(start, finalValue, stepHeight); pieces > limits::kMaxPeriodSteps)
+            return tooHigh("steps", pieces, limits::kMaxPeriodSteps);
         period.sweep(start, finalValue, scanRate, stepHeight);
         if (start == finalValue) period.hold(start, 0.0);
     } else if (kind == "steady_stairs") {
         const double start = in.number("start_value");
         finalValue = in.number("end_value");
         const double stepTime = in.positive("step_time");
-        const double stepHeight = in.positive("step_height");
+        const double stepHeight = in.step("step_height");
         const double holdTime = parameters.contains("hold_time") ? in.nonNegative("hold_time") : 0.0;
         if (in.error()) return std::unexpected(in.error());
+        if (const double levels = levelsOf(start, finalValue, stepHeight); levels > limits::kMaxPeriodSteps)
+            return tooHigh("steps", levels, limits::kMaxPeriodSteps);
         period.hold(start, holdTime);
         const std::size_t levels = levelCount(start, finalValue, stepHeight);
         for (std::size_t k = 0; k < levels; ++k) period.hold(level(start, finalValue, stepHeight, k), stepTime);
@@ -278,7 +335,7 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
     } else if (kind == "npv" || kind == "dpv") {
         const double base = kind == "npv" ? in.number("base_value") : 0.0;
         const double start = in.number("start_value");
-        const double step = in.positive("step_value");
+        const double step = in.step("step_value");
         const double end = in.number("end_value");
         const double stepTime = in.positive("step_time");
         const double pulseTime = in.positive("pulse_time");
@@ -289,6 +346,8 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
             return std::unexpected(ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_HIGH, messages::PARAMETER_VALUE_TOO_HIGH,
                                                "pulse_time", pulseTime, stepTime));
         }
+        if (const double pieces = 2.0 * levelsOf(start, end, step); pieces > limits::kMaxPeriodSteps)
+            return tooHigh("steps", pieces, limits::kMaxPeriodSteps);
         const std::size_t levels = levelCount(start, end, step);
         for (std::size_t k = 0; k < levels; ++k) {
             const double value = level(start, end, step, k);
@@ -298,11 +357,13 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
         finalValue = kind == "npv" ? base : level(start, end, step, levels - 1);
     } else if (kind == "swv") {
         const double start = in.number("start_value");
-        const double step = in.positive("step_value");
+        const double step = in.step("step_value");
         const double amplitude = in.number("amplitude");
         const double end = in.number("end_value");
         const double periodTime = in.positive("period");
         if (in.error()) return std::unexpected(in.error());
+        if (const double pieces = 2.0 * levelsOf(start, end, step); pieces > limits::kMaxPeriodSteps)
+            return tooHigh("steps", pieces, limits::kMaxPeriodSteps);
         const double direction = end >= start ? 1.0 : -1.0;
         const std::size_t levels = levelCount(start, end, step);
         for (std::size_t k = 0; k < levels; ++k) {
@@ -313,7 +374,7 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
         finalValue = level(start, end, step, levels - 1);
     } else if (kind == "wave" || kind == "wave_file") {
         const double valueRate = in.positive("value_rate");
-        const double repeat = in.nonNegative("repetitions");
+        const double repeat = in.upTo("repetitions", limits::kMaxRepetitions);
         const double bias = in.number("bias");
         std::vector<double> values = kind == "wave" ? in.numbers("values") : std::vector<double>{};
         if (kind == "wave_file") {
@@ -325,6 +386,10 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
             return std::unexpected(ErrorObject(ErrorCodeEnum::PARAMETER_VALUE_TOO_LOW, messages::PARAMETER_VALUE_TOO_LOW,
                                                "values", std::size_t{0}, std::size_t{1}));
         }
+        const auto valueCount = static_cast<double>(values.size());
+        if (valueCount > limits::kMaxWaveValues) return tooHigh("values", valueCount, limits::kMaxWaveValues);
+        if (valueCount * std::round(repeat) > limits::kMaxSteps)
+            return tooHigh("steps", valueCount * std::round(repeat), limits::kMaxSteps);
         for (const double value : values) period.hold(bias + value, 1.0 / valueRate);
         repetitions = static_cast<std::size_t>(std::llround(repeat));
         finalValue = bias;
@@ -335,6 +400,14 @@ std::expected<DcWaveform, ErrorObject> makeDcWaveform(std::string_view kind, con
     if (in.error()) return std::unexpected(in.error());
     DcWaveform waveform(period.take(), repetitions, finalValue, rate, applies);
     if (sineAmplitude != 0.0) waveform.setSine(sineAmplitude, sineFrequency);
+    // The whole run, before any row is produced: its duration, rows and the internal steps
+    // that follow a sine.
+    const double seconds = waveform.duration();
+    if (!(seconds <= limits::kMaxJobSeconds)) return tooHigh("duration", seconds, limits::kMaxJobSeconds);
+    if (const double points = std::floor(seconds * rate) + 1.0; points > limits::kMaxPoints)
+        return tooHigh("points", points, limits::kMaxPoints);
+    if (const double internal = seconds / waveform.maxInternalStep(); internal > limits::kMaxSteps)
+        return tooHigh("steps", internal, limits::kMaxSteps);
     return waveform;
 }
 

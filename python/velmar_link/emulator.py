@@ -34,10 +34,23 @@ import uuid
 from pathlib import Path
 from typing import Any, Iterable, Mapping
 
-__all__ = ["Emulator", "EmulatorError", "PROTOCOL_VERSION", "bundled_binary", "main"]
+__all__ = ["Emulator", "EmulatorError", "LIMIT_NAMES", "PROTOCOL_VERSION", "bundled_binary", "main"]
 
 #: The protocol version that this package speaks, sent in the handshake of control requests.
 PROTOCOL_VERSION = 12
+
+#: The bounds that ``Emulator(limits=...)`` passes on as command-line options.
+LIMIT_NAMES = (
+    "max_connections",
+    "max_message_bytes",
+    "max_incoming_bytes",
+    "max_outgoing_bytes",
+    "max_outgoing_frames",
+    "resource_capacity",
+    "resource_description_bytes",
+    "jobs_kept",
+    "jobs_kept_bytes",
+)
 
 _LISTENING_PREFIX = "listening on "
 
@@ -70,6 +83,14 @@ class Emulator:
         extra_args: Further command-line arguments, e.g. ``("--seed", "1")``.
         startup_timeout: Seconds to wait for the emulator to report its port.
         binary: Path of the program; ``None`` for the one shipped with the package.
+        limits: Bounds of what connections and retained state may cost, by option name
+            without the leading dashes and with underscores, e.g.
+            ``{"max_outgoing_bytes": 1 << 20, "jobs_kept": 10}`` becomes
+            ``--max-outgoing-bytes 1048576 --jobs-kept 10``. Names: ``max_connections``,
+            ``max_message_bytes``, ``max_incoming_bytes``, ``max_outgoing_bytes``,
+            ``max_outgoing_frames``, ``resource_capacity``, ``resource_description_bytes``,
+            ``jobs_kept``, ``jobs_kept_bytes`` (positive integers; docs/protocol.md gives the
+            defaults).
     """
 
     def __init__(
@@ -83,10 +104,18 @@ class Emulator:
         extra_args: Iterable[str] = (),
         startup_timeout: float = 10.0,
         binary: str | os.PathLike[str] | None = None,
+        limits: Mapping[str, int] | None = None,
     ) -> None:
         """Store the options; nothing is started until :meth:`start`."""
         if (user is None) != (password is None):
             raise ValueError("user and password go together")
+        self.limits: dict[str, int] = {}
+        for name, value in (limits or {}).items():
+            if name not in LIMIT_NAMES:
+                raise ValueError(f"unknown limit {name!r}; known: {', '.join(LIMIT_NAMES)}")
+            if isinstance(value, bool) or not isinstance(value, int) or value <= 0:
+                raise ValueError(f"limit {name!r} must be a positive integer, not {value!r}")
+            self.limits[name] = value
         self._requested_port = int(port)
         self._requested_host = host
         self.user = user
@@ -109,6 +138,8 @@ class Emulator:
             args += ["--user", self.user, "--password", str(self.password)]
         if self.protocol_version is not None:
             args += ["--protocol-version", str(int(self.protocol_version))]
+        for name, value in self.limits.items():
+            args += ["--" + name.replace("_", "-"), str(value)]
         return args + list(self.extra_args)
 
     def start(self) -> Emulator:

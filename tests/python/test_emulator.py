@@ -335,3 +335,18 @@ def _is_json(text: str) -> bool:
     except ValueError:
         return False
     return True
+
+
+def test_limits_become_options_and_unknown_ones_are_refused(emulator_module, emulator_binary):
+    emulator = emulator_module.Emulator(binary=emulator_binary, limits={"max_outgoing_bytes": 1 << 20, "jobs_kept": 10})
+    command = emulator.command()
+    assert command[command.index("--max-outgoing-bytes") + 1] == str(1 << 20)
+    assert command[command.index("--jobs-kept") + 1] == "10"
+    with pytest.raises(ValueError):
+        emulator_module.Emulator(binary=emulator_binary, limits={"max_everything": 1})
+    with pytest.raises(ValueError):
+        emulator_module.Emulator(binary=emulator_binary, limits={"jobs_kept": 0})
+    # Every name the launcher knows is an option of the program.
+    help_text = subprocess.run([str(emulator_binary), "--help"], capture_output=True, text=True, timeout=10).stdout
+    for name in emulator_module.LIMIT_NAMES:
+        assert "--" + name.replace("_", "-") in help_text

@@ -140,4 +140,19 @@ inline const boost::json::object kSwitchOnMain{{"potentiostat", "MAIN:1:POT"},
                                                {"voltage_range_index", 0},
                                                {"compliance_range_index", 0}};
 
+/// Parameters of a generated impedance spectrum ("eis").
+inline const boost::json::object kEisGenerate{{"bias", 0.0},
+                                              {"frequency_range",
+                                               {{"type", "generate"},
+                                                {"min_frequency", 100.0},
+                                                {"max_frequency", 1e6},
+                                                {"start_frequency", 1e4},
+                                                {"points_per_decade_upper", 20},
+                                                {"points_per_decade_lower", 5},
+                                                {"pre_duration", 0.1},
+                                                {"pre_waves", 1},
+                                                {"meas_duration", 1.0},
+                                                {"meas_waves", 5},
+                                                {"amplitude", 0.01}}}};
+
 }  // namespace velmar::emulator::testing

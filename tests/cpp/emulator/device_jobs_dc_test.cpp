@@ -104,7 +104,7 @@ TEST(DeviceJobsDc, StopConditionEndsTheJobWithTheTriggeringRow) {
 
 TEST(DeviceJobsDc, WaveFileReadsItsResource) {
     JobBench bench;
-    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "steps", "test");
+    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "steps", "test").value();
     const double values[] = {0.1, 0.2, 0.3};
     ASSERT_FALSE(bench.model.resources().appendBytes(
         ResourceTypeEnum::WAVE, wave.resourceId,
@@ -125,19 +125,7 @@ TEST(DeviceJobsDc, WaveFileReadsItsResource) {
 
 TEST(DeviceJobsDc, KindsWithoutExecutorFailAtRunTimeAndRegistrationsReplace) {
     JobBench bench;
-    const json::object eis{{"bias", 0.0},
-                           {"frequency_range",
-                            {{"type", "generate"},
-                             {"min_frequency", 100.0},
-                             {"max_frequency", 1e6},
-                             {"start_frequency", 1e4},
-                             {"points_per_decade_upper", 20},
-                             {"points_per_decade_lower", 5},
-                             {"pre_duration", 0.1},
-                             {"pre_waves", 1},
-                             {"meas_duration", 1.0},
-                             {"meas_waves", 5},
-                             {"amplitude", 0.01}}}};
+    const json::object& eis = kEisGenerate;
     const auto unemulated = bench.start("eis", eis).at("job_id");
     bench.clock.runUntilIdle();
     EXPECT_EQ(bench.doneOf(unemulated).at("status_detail"), "RUNTIME_ERROR");

@@ -162,10 +162,10 @@ TEST(DeviceJobsHardware, DateTimeMovesTheEmulatedClock) {
 
 TEST(DeviceJobsHardware, FirmwareUpdateNeedsItsResource) {
     JobBench bench;
-    const auto resource = bench.model.resources().create(ResourceTypeEnum::FIRMWARE_UPDATE, "fw", "test");
+    const auto resource = bench.model.resources().create(ResourceTypeEnum::FIRMWARE_UPDATE, "fw", "test").value();
     EXPECT_EQ(runJob(bench, "set_firmware_update", {{"resource_id", resource.resourceId}}).at("status"),
               "FINISHED");
-    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "w", "test");
+    const auto wave = bench.model.resources().create(ResourceTypeEnum::WAVE, "w", "test").value();
     EXPECT_EQ(JobBench::code(bench.check("set_firmware_update", {{"resource_id", wave.resourceId}})),
               "RESOURCE_TYPE_MISMATCH");
 }

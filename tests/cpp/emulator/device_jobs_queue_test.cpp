@@ -205,7 +205,7 @@ TEST(DeviceJobsQueue, JobWhoseReplyWasNeverSentRunsOnceItsConnectionHasGone) {
     const auto other = bench.connect();
     Fault close;
     close.action = FaultActionEnum::CLOSE;
-    bench.model.faults().arm("/job/start", close, 1);
+    ASSERT_FALSE(bench.model.faults().arm("/job/start", close, 1));
     const json::object request{{"do", "/job/start"}, {"request_id", "lost"}, {"job", JobBench::job("sleep", sleepFor(0.5))}};
     bench.model.handleText(bench.client.id, json::serialize(request));
     const auto listed = [&] { return bench.send({{"do", "/job/list"}}, &other).at("jobs").as_array(); };

@@ -121,19 +121,7 @@ TEST(DeviceJobsValidation, AcceptedShapes) {
     EXPECT_EQ(bench.check("set_led_color", {{"red", 255}, {"green", 128}, {"blue", 0}}).at("status"),
               "SUCCESS");
     // Impedance kinds are checked against their full parameter record.
-    const json::object eis{{"bias", 0.0},
-                           {"frequency_range",
-                            {{"type", "generate"},
-                             {"min_frequency", 100.0},
-                             {"max_frequency", 1e6},
-                             {"start_frequency", 1e4},
-                             {"points_per_decade_upper", 20},
-                             {"points_per_decade_lower", 5},
-                             {"pre_duration", 0.1},
-                             {"pre_waves", 1},
-                             {"meas_duration", 1.0},
-                             {"meas_waves", 5},
-                             {"amplitude", 0.01}}}};
+    const json::object& eis = kEisGenerate;
     EXPECT_EQ(bench.check("eis", eis).at("status"), "SUCCESS");
     EXPECT_EQ(JobBench::code(bench.check("eis", {{"bias", 0.0}})), "PARAMETER_MISSING");
 }

@@ -157,7 +157,7 @@ TEST_F(DeviceModelResources, GetIsCappedAtTheChunkLimit) {
 
 TEST_F(DeviceModelResources, DownloadSendsReplyThenOneBinaryFrameAndSurvivesLaterAppends) {
     auto client = connect();
-    auto info = model.resources().create(velmar::ResourceTypeEnum::DEBUG_INFO, "log", "test");
+    auto info = model.resources().create(velmar::ResourceTypeEnum::DEBUG_INFO, "log", "test").value();
     ASSERT_FALSE(model.resources().appendBytes(info.type, info.resourceId, "0123456789"));
 
     request(client, {{"do", "/DEBUG_INFO/download"}, {"resource_id", info.resourceId}, {"limit", 4}});
@@ -202,7 +202,7 @@ TEST_F(DeviceModelResources, UnknownIdTypeMismatchBadDataAndDelete) {
 TEST(ResourceStore, AppendsBeyondCapacityFailWithoutChangingTheResource) {
     IdSource ids(1);
     ResourceStore store(ids, 100);
-    auto info = store.create(velmar::ResourceTypeEnum::WAVE, "w", "test");
+    auto info = store.create(velmar::ResourceTypeEnum::WAVE, "w", "test").value();
     EXPECT_FALSE(store.appendBytes(info.type, info.resourceId, std::string(80, 'a')));
     EXPECT_EQ(store.appendBytes(info.type, info.resourceId, std::string(30, 'a')).code, velmar::ErrorCodeEnum::OUT_OF_MEMORY);
     EXPECT_EQ(store.info(info.type, info.resourceId)->size, 80u);

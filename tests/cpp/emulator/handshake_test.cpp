@@ -102,4 +102,25 @@ TEST(CommandLine, RejectsBadInput) {
     EXPECT_EQ(parseCommandLine(std::vector<std::string_view>{"--port", "1", "--frobnicate"}).error(),
               "unknown option --frobnicate");
     EXPECT_TRUE(parseCommandLine(std::vector<std::string_view>{"--help"})->help);
+    // A bound is a positive integer: no "unlimited" by zero, no fractions, no overflow.
+    EXPECT_TRUE(fails({"--max-outgoing-bytes", "0"}));
+    EXPECT_TRUE(fails({"--max-connections", "1.5"}));
+    EXPECT_TRUE(fails({"--jobs-kept-bytes", "18446744073709551616"}));
+}
+
+TEST(CommandLine, BoundsAreReadByName) {
+    auto parsed = parseCommandLine(std::vector<std::string_view>{
+        "--max-connections", "3", "--max-message-bytes=1024", "--max-incoming-bytes", "2048",
+        "--max-outgoing-bytes", "4096", "--max-outgoing-frames", "5", "--resource-capacity", "6",
+        "--resource-description-bytes", "7", "--jobs-kept", "8", "--jobs-kept-bytes", "9"});
+    ASSERT_TRUE(parsed) << parsed.error();
+    EXPECT_EQ(parsed->maxConnections, 3u);
+    EXPECT_EQ(parsed->maxMessageBytes, 1024u);
+    EXPECT_EQ(parsed->maxIncomingBytes, 2048u);
+    EXPECT_EQ(parsed->maxOutgoingBytes, 4096u);
+    EXPECT_EQ(parsed->maxOutgoingFrames, 5u);
+    EXPECT_EQ(parsed->resourceCapacity, 6u);
+    EXPECT_EQ(parsed->resourceDescriptionBytes, 7u);
+    EXPECT_EQ(parsed->jobsKept, 8u);
+    EXPECT_EQ(parsed->jobsKeptBytes, 9u);
 }

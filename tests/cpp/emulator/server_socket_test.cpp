@@ -26,10 +26,11 @@ namespace {
 /// A server on 127.0.0.1:0 running on its own thread for the duration of a test.
 class RunningServer {
 public:
-    explicit RunningServer(HandshakeConfig handshake) {
+    explicit RunningServer(HandshakeConfig handshake, ConnectionLimits limits = {}) {
         ServerOptions options;
         options.port = 0;
         options.handshake = std::move(handshake);
+        options.limits = limits;
         options.model.seed = 3;
         server_ = std::make_unique<EmulatorServer>(std::move(options));
         auto endpoint = server_->listen();
@@ -64,6 +65,51 @@ struct Client {
         beast::error_code ec;
         ws.handshake(response, "127.0.0.1", target, ec);
         return ec;
+    }
+
+    /// Runs the pending asynchronous operations for at most `limit`; closes the socket (which
+    /// ends them) when they are not done by then.
+    void runWithin(std::chrono::milliseconds limit, const bool& done) {
+        ioc.restart();
+        ioc.run_for(limit);
+        if (!done) {
+            beast::get_lowest_layer(ws).close();
+            ioc.restart();
+            ioc.run_for(std::chrono::seconds(1));
+        }
+    }
+
+    /// One message, or the error that ended the reading (timed_out after `limit`).
+    beast::error_code readWithin(beast::flat_buffer& buffer, std::chrono::milliseconds limit = std::chrono::seconds(10)) {
+        beast::error_code result = asio::error::timed_out;
+        bool done = false;
+        ws.async_read(buffer, [&](const beast::error_code& ec, std::size_t) {
+            result = ec;
+            done = true;
+        });
+        runWithin(limit, done);
+        return result;
+    }
+
+    /// One frame of a text message, the last one when `fin`.
+    beast::error_code writeWithin(std::string_view text, bool fin = true) {
+        beast::error_code result = asio::error::timed_out;
+        bool done = false;
+        ws.text(true);
+        ws.async_write_some(fin, asio::buffer(text.data(), text.size()), [&](const beast::error_code& ec, std::size_t) {
+            result = ec;
+            done = true;
+        });
+        runWithin(std::chrono::seconds(10), done);
+        return result;
+    }
+
+    /// A request and its reply (an empty object when none arrives).
+    boost::json::object call(const boost::json::object& request) {
+        if (writeWithin(boost::json::serialize(request))) return {};
+        beast::flat_buffer buffer;
+        if (readWithin(buffer)) return {};
+        return boost::json::parse(beast::buffers_to_string(buffer.data())).as_object();
     }
 
     asio::io_context ioc;
@@ -147,4 +193,86 @@ TEST(EmulatorServer, RequestsRepliesAndALargeBinaryDownload) {
     client.ws.read(rest, ec);
     EXPECT_EQ(ec, websocket::error::closed);
     EXPECT_EQ(client.ws.reason().code, websocket::close_code::normal);
+}
+
+// Bounded cost per connection: each fault is played by a raw client against the real server,
+// and another connection keeps being served.
+
+TEST(EmulatorServerLimits, AClientThatDoesNotReadIsDroppedWhileOthersAreServed) {
+    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxOutgoingBytes = 256u << 10});
+    Client setup(server.port);
+    ASSERT_FALSE(setup.handshake({kVersion12}));
+    auto created = setup.call({{"do", "/VELMAR_BINARY/create"}, {"name", "blob"}, {"request_id", "1"}});
+    const std::string id(created.at("resource").at("resource_id").as_string());
+    const auto encoded = velmar::encodeBase64(std::string(1u << 20, 'x'));
+    ASSERT_EQ(setup.call({{"do", "/VELMAR_BINARY/append"}, {"resource_id", id}, {"data", encoded}, {"request_id", "2"}})
+                  .at("status"),
+              "SUCCESS");
+
+    // 64 requests for 1.4 MB replies each, none of them read: far more than the socket
+    // buffers and the 256 KiB bound together hold.
+    Client silent(server.port);
+    ASSERT_FALSE(silent.handshake({kVersion12}));
+    constexpr int kRequests = 64;
+    const auto get = boost::json::serialize(
+        boost::json::object{{"do", "/VELMAR_BINARY/get"}, {"resource_id", id}, {"request_id", "g"}});
+    for (int i = 0; i < kRequests; ++i) {
+        if (silent.writeWithin(get)) break;  // the server may already have dropped it
+    }
+    EXPECT_EQ(setup.call({{"do", "/id"}, {"request_id", "3"}}).at("status"), "SUCCESS");
+
+    int replies = 0;
+    beast::error_code ec;
+    for (; replies <= kRequests; ++replies) {
+        beast::flat_buffer buffer;
+        if ((ec = silent.readWithin(buffer))) break;
+    }
+    EXPECT_LT(replies, kRequests);
+    EXPECT_NE(ec, asio::error::timed_out);
+    EXPECT_EQ(setup.call({{"do", "/id"}, {"request_id", "4"}}).at("status"), "SUCCESS");
+}
+
+TEST(EmulatorServerLimits, AMessageAboveTheLimitClosesOnlyItsConnection) {
+    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxMessageBytes = 1u << 20});
+    Client big(server.port), other(server.port);
+    ASSERT_FALSE(big.handshake({kVersion12}));
+    ASSERT_FALSE(other.handshake({kVersion12}));
+    const std::string padding(2u << 20, 'p');
+    (void)big.writeWithin(R"({"do":"/id","request_id":"b","pad":")" + padding + "\"}");
+    beast::flat_buffer buffer;
+    EXPECT_TRUE(big.readWithin(buffer));
+    EXPECT_NE(big.readWithin(buffer), asio::error::timed_out);
+    EXPECT_EQ(other.call({{"do", "/id"}, {"request_id", "o"}}).at("status"), "SUCCESS");
+}
+
+TEST(EmulatorServerLimits, PartialMessagesShareOneBudget) {
+    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxMessageBytes = 4u << 20, .maxIncomingBytes = 2u << 20});
+    Client first(server.port), second(server.port);
+    ASSERT_FALSE(first.handshake({kVersion12}));
+    ASSERT_FALSE(second.handshake({kVersion12}));
+    // The first holds 900 KiB of an unfinished request; a second unfinished 900 KiB would
+    // exceed the 2 MiB budget with the parts reserved for the next reads.
+    const std::string head = R"({"do":"/id","request_id":"f","pad":")";
+    ASSERT_FALSE(first.writeWithin(head + std::string(900u << 10, 'a'), false));
+    // Let the server take in the first before the second arrives.
+    EXPECT_EQ(Client(server.port).handshake({kVersion12}), beast::error_code{});
+    ASSERT_FALSE(second.writeWithin(head + std::string(900u << 10, 'b'), false));
+    beast::flat_buffer buffer;
+    const auto dropped = second.readWithin(buffer);
+    EXPECT_TRUE(dropped);
+    EXPECT_NE(dropped, asio::error::timed_out);
+    // The first is still served once its message is complete.
+    ASSERT_FALSE(first.writeWithin("\"}", true));
+    ASSERT_FALSE(first.readWithin(buffer));
+    EXPECT_EQ(boost::json::parse(beast::buffers_to_string(buffer.data())).at("status"), "SUCCESS");
+}
+
+TEST(EmulatorServerLimits, ConnectionsBeyondTheBoundAreClosedAtOnce) {
+    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxConnections = 2});
+    Client one(server.port), two(server.port);
+    ASSERT_FALSE(one.handshake({kVersion12}));
+    ASSERT_FALSE(two.handshake({kVersion12}));
+    Client three(server.port);
+    EXPECT_TRUE(three.handshake({kVersion12}));
+    EXPECT_EQ(one.call({{"do", "/id"}, {"request_id", "1"}}).at("status"), "SUCCESS");
 }
