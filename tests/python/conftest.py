@@ -1,15 +1,17 @@
 """Shared fixtures: the emulator (started once per session), extra emulators on demand, and a
 connected ``VelmarLink``.
 
-The emulator helper module is imported from the installed ``velmar_link`` package when that
-works; otherwise (the native module not built yet) it is loaded from the source tree and the
-program is looked up in the build directories.
+The package ``velmar_link`` must be importable: without it the run stops at once with a
+message instead of skipping the tests that need it. The emulator program is the one named by
+the environment variable ``VELMAR_EMULATOR_BINARY`` (for instance a sanitized build), else the
+one bundled with the package, else the newest one in the build directories.
 """
 
 from __future__ import annotations
 
 import faulthandler
 import importlib.util
+import os
 import sys
 from pathlib import Path
 from types import ModuleType
@@ -38,7 +40,25 @@ def _load_emulator_module() -> ModuleType:
         return module
 
 
+#: Names the emulator program to run instead of the bundled one.
+EMULATOR_BINARY_VARIABLE = "VELMAR_EMULATOR_BINARY"
+
+
+def pytest_sessionstart(session: pytest.Session) -> None:
+    """Stop the run when the package cannot be imported: its tests must not be skipped."""
+    try:
+        import velmar_link  # noqa: F401
+    except ImportError as error:
+        pytest.exit(f"velmar_link cannot be imported ({error}): build and install the package first "
+                    "(scripts/setup.sh), or put its build directory on PYTHONPATH", returncode=3)
+
+
 def _find_binary(module: ModuleType) -> Path:
+    named = os.environ.get(EMULATOR_BINARY_VARIABLE)
+    if named:
+        if not Path(named).is_file():
+            pytest.exit(f"{EMULATOR_BINARY_VARIABLE}={named} does not name a file", returncode=3)
+        return Path(named)
     bundled = module.bundled_binary()
     if bundled.is_file():
         return bundled
@@ -99,13 +119,9 @@ def emulator_factory(emulator_module: ModuleType, emulator_binary: Path) -> Iter
 
 @pytest.fixture
 def link(emulator: Any) -> Iterator[Any]:
-    """A ``velmar_link.VelmarLink`` connected to the session emulator, disconnected afterwards.
+    """A ``velmar_link.VelmarLink`` connected to the session emulator, disconnected afterwards."""
+    import velmar_link
 
-    Tests that use it are skipped while the native module or ``VelmarLink`` is not available.
-    """
-    velmar_link = pytest.importorskip("velmar_link")
-    if not hasattr(velmar_link, "VelmarLink"):
-        pytest.skip("velmar_link.VelmarLink is not available in this build")
     instance = velmar_link.VelmarLink("127.0.0.1", emulator.port_str)
     error = instance.connect()
     assert not error, f"connect failed: {error}"

@@ -1,0 +1,1 @@
+"""Tests of the client against a scripted, misbehaving workstation."""
