@@ -6,16 +6,35 @@ namespace velmar::python {
 
 namespace {
 
+/// The metaclass of the constant classes: their attributes cannot be assigned or deleted.
+py::object readOnlyMetaclass(py::module_& m) {
+    py::object type = py::reinterpret_borrow<py::object>(reinterpret_cast<PyObject*>(&PyType_Type));
+    py::dict attributes;
+    attributes["__doc__"] = "Metaclass of the constant classes, whose attributes are read-only.";
+    attributes["__module__"] = m.attr("__name__");
+    py::object meta = type("_ReadOnlyConstants", py::make_tuple(type), attributes);
+    auto refuse = [](const py::handle& cls, const py::str& name) {
+        throw py::attribute_error("cannot change the constant " + py::str(cls.attr("__name__")).cast<std::string>() +
+                                  "." + name.cast<std::string>());
+    };
+    meta.attr("__setattr__") = py::cpp_function(
+        [refuse](const py::handle& cls, const py::str& name, const py::object& /*value*/) { refuse(cls, name); },
+        py::name("__setattr__"), py::is_method(meta), "name"_a, "value"_a, "Refused: the constants are read-only.");
+    meta.attr("__delattr__") = py::cpp_function(
+        [refuse](const py::handle& cls, const py::str& name) { refuse(cls, name); }, py::name("__delattr__"),
+        py::is_method(meta), "name"_a, "Refused: the constants are read-only.");
+    return meta;
+}
+
 // A plain class whose read-only class attributes are ordinary strings or integers.
-py::object makeConstantClass(py::module_& m, const char* name, const char* doc,
+py::object makeConstantClass(py::module_& m, const py::object& meta, const char* name, const char* doc,
                              std::initializer_list<std::pair<const char*, py::object>> members) {
     py::dict attributes;
     attributes["__doc__"] = doc;
     attributes["__module__"] = m.attr("__name__");
     attributes["__slots__"] = py::tuple();
     for (const auto& [key, value] : members) attributes[key] = value;
-    py::object type = py::reinterpret_borrow<py::object>(reinterpret_cast<PyObject*>(&PyType_Type));
-    py::object constants = type(name, py::make_tuple(), attributes);
+    py::object constants = meta(name, py::make_tuple(), attributes);
     m.attr(name) = constants;
     return constants;
 }
@@ -23,8 +42,9 @@ py::object makeConstantClass(py::module_& m, const char* name, const char* doc,
 }  // namespace
 
 void bindConstants(py::module_& m) {
+    const py::object meta = readOnlyMetaclass(m);
     auto s = [](const char* value) { return py::object(py::str(value)); };
-    makeConstantClass(m, "TrackNames", "Constants for track names used in datasets.",
+    makeConstantClass(m, meta, "TrackNames", "Constants for track names used in datasets.",
                       {{"TIME", s("time")},
                        {"VOLTAGE", s("voltage")},
                        {"CURRENT", s("current")},
@@ -46,7 +66,7 @@ void bindConstants(py::module_& m) {
                        {"BANDWITH", s("bandwith")},
                        {"WAVE_ID", s("wave_id")},
                        {"WAVE_SIZE", s("wave_size")}});
-    makeConstantClass(m, "UnitNames", "Constants for unit names used in datasets.",
+    makeConstantClass(m, meta, "UnitNames", "Constants for unit names used in datasets.",
                       {{"TIME", s("s")},
                        {"VOLTAGE", s("V")},
                        {"CURRENT", s("A")},
@@ -70,7 +90,7 @@ void bindConstants(py::module_& m) {
     auto i = [](unsigned value) { return py::object(py::int_(value)); };
     namespace F = VelmarLinkConnectionFlags;
     makeConstantClass(
-        m, "VelmarLinkConnectionFlags",
+        m, meta, "VelmarLinkConnectionFlags",
         "Flags for the VelmarLink connection.\n\n"
         "Combine them with ``|`` and pass them as the ``flags`` argument of the connection classes or to "
         "``set_flag``, ``clear_flag`` and ``test_flag``.\n\n"

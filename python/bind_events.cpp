@@ -76,7 +76,7 @@ void bindEvents(py::module_& m) {
         .def("get_type", &Handler::getType, "Get the event for which this handler was created.")
         .def_static(
             "make_live_data_header_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const LiveDataHeader&, const JobInfo&)>& callback) {
                 return Handler::makeLiveDataHeaderEventHandler(
                     wrapPyCallback<const LiveDataHeader&, const JobInfo&>(std::move(callback)));
             },
@@ -86,7 +86,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_live_data_header_eis_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const LiveDataHeaderEis&, const JobInfo&)>& callback) {
                 return Handler::makeLiveDataHeaderEisEventHandler(
                     wrapPyCallback<const LiveDataHeaderEis&, const JobInfo&>(std::move(callback)));
             },
@@ -96,7 +96,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_live_data_rows_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const Rows&)>& callback) {
                 return Handler::makeLiveDataRowsEventHandler(wrapPyCallback<const Rows&>(std::move(callback)));
             },
             factoryDoc("Handler of LIVE_DATA_ROWS events; the callback receives the rows as list[list[float]], "
@@ -105,7 +105,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_live_data_row_eis_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const LiveDataRowEis&)>& callback) {
                 return Handler::makeLiveDataRowEisEventHandler(wrapPyCallback<const LiveDataRowEis&>(std::move(callback)));
             },
             factoryDoc("Handler of LIVE_DATA_ROW_EIS events; the callback receives a "
@@ -114,7 +114,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_live_data_wave_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const LiveDataWavesEis&)>& callback) {
                 return Handler::makeLiveDataWaveEventHandler(wrapPyCallback<const LiveDataWavesEis&>(std::move(callback)));
             },
             factoryDoc("Handler of LIVE_DATA_WAVES events; the callback receives a "
@@ -123,7 +123,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_live_data_finished_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const JobInfo&)>& callback) {
                 return Handler::makeLiveDataFinishedEventHandler(wrapPyCallback<const JobInfo&>(std::move(callback)));
             },
             factoryDoc("Handler of LIVE_DATA_FINISHED events; the callback receives a :class:`velmar_link.JobInfo`.")
@@ -131,7 +131,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_job_done_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const JobInfo&)>& callback) {
                 return Handler::makeJobDoneEventHandler(wrapPyCallback<const JobInfo&>(std::move(callback)));
             },
             factoryDoc("Handler of JOB_DONE events, sent once the job has left the queue, successful or not, also "
@@ -140,7 +140,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_job_status_update_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(JobStatusEnum, const JobInfo&)>& callback) {
                 return Handler::makeJobStatusUpdateEventHandler(
                     wrapPyCallback<JobStatusEnum, const JobInfo&>(std::move(callback)));
             },
@@ -150,7 +150,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_job_log_message_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(const std::string&, LogSeverityEnum, const std::string&, const std::string&)>& callback) {
                 return Handler::makeJobLogMessageEventHandler(
                     wrapPyCallback<const std::string&, LogSeverityEnum, const std::string&, const std::string&>(
                         std::move(callback)));
@@ -161,7 +161,7 @@ void bindEvents(py::module_& m) {
             "callback"_a)
         .def_static(
             "make_log_message_event_handler",
-            [](py::function callback) {
+            [](const py::typing::Callable<void(LogSeverityEnum, const std::string&, const std::string&)>& callback) {
                 return Handler::makeLogMessageEventHandler(
                     wrapPyCallback<LogSeverityEnum, const std::string&, const std::string&>(std::move(callback)));
             },

@@ -41,27 +41,27 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
     auto cls = bindJob<Job, JobArguments::WITH_META_DATA_AND_STOP_CONDITIONS>(meas, name, parametersName, doc);
     cls.def(
            "add_header_callback",
-           [](Job& job, py::object callback) {
+           [](Job& job, const py::typing::Callable<void(const LiveDataHeader&, const JobInfo&)>& callback) {
                job.addLivedataEventHandler(pyHandler<DcLiveDataHeaderMessage>(
-                   std::move(callback), [](const PyCallbackHolder& holder, const DcLiveDataHeaderMessage& header) {
+                   callback, [](const PyCallbackHolder& holder, const DcLiveDataHeaderMessage& header) {
                        holder.call(header.header, header.jobInfo);
                    }));
            },
            ADD_HEADER_DOC, "callback"_a)
         .def(
             "add_rows_callback",
-            [](Job& job, py::object callback) {
+            [](Job& job, const py::typing::Callable<void(const std::vector<std::vector<double>>&)>& callback) {
                 job.addLivedataEventHandler(pyHandler<DcLiveDataRowsMessage>(
-                    std::move(callback), [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
+                    callback, [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
                         holder.call(rows.toRows());
                     }));
             },
             ADD_ROWS_DOC, "callback"_a)
         .def(
             "add_rows_array_callback",
-            [](Job& job, py::object callback) {
+            [](Job& job, const py::typing::Callable<void(const py::array_t<double>&)>& callback) {
                 job.addLivedataEventHandler(pyHandler<DcLiveDataRowsMessage>(
-                    std::move(callback), [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
+                    callback, [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
                         if (Py_IsInitialized() == 0) return;
                         py::gil_scoped_acquire gil;
                         py::array_t<double> array({static_cast<py::ssize_t>(rows.rowCount()),
@@ -76,9 +76,9 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
             ADD_ROWS_ARRAY_DOC, "callback"_a)
         .def(
             "add_finished_callback",
-            [](Job& job, py::object callback) {
+            [](Job& job, const py::typing::Callable<void(const JobInfo&)>& callback) {
                 job.addLivedataEventHandler(pyHandler<DcLiveDataFinishedMessage>(
-                    std::move(callback), [](const PyCallbackHolder& holder, const DcLiveDataFinishedMessage& finished) {
+                    callback, [](const PyCallbackHolder& holder, const DcLiveDataFinishedMessage& finished) {
                         holder.call(finished.jobInfo);
                     }));
             },

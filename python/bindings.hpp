@@ -10,6 +10,8 @@ void bindEnums(py::module_& m);
 void bindConstants(py::module_& m);
 void bindSettings(py::module_& m);
 void bindLink(py::module_& m);
+/// The records that the link returns; called by bindLink.
+void bindLinkRecords(py::module_& m);
 void bindEvents(py::module_& m);
 void bindJobsCommon(py::module_& m);
 void bindStopConditions(py::module_& m);

@@ -25,11 +25,16 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     m.def("factorial", &factorial,
           "A function which tests the binding between the native library and the interpreter.", "n"_a);
 
-    m.def_submodule("xml", "Submodule with xml utilities.");
-    m.def_submodule("control", "Submodule with control jobs.");
+    // The submodules are entered in sys.modules under their full names, so that the package's
+    // modules (velmar_link.meas and so on) import them by name.
+    py::object modules = py::module_::import("sys").attr("modules");
+    auto enter = [&modules](const py::module_& submodule) { modules[submodule.attr("__name__")] = submodule; };
+    enter(m.def_submodule("xml", "Submodule with xml utilities."));
+    enter(m.def_submodule("control", "Submodule with control jobs."));
     auto meas = m.def_submodule("meas", "Submodule with measurement jobs.");
-    meas.def_submodule("stop", "Submodule with measurement jobs.");
-    m.def_submodule("calibration", "Submodule with calibration jobs.");
+    enter(meas);
+    enter(meas.def_submodule("stop", "Submodule with measurement jobs."));
+    enter(m.def_submodule("calibration", "Submodule with calibration jobs."));
 
     bindEnums(m);
     bindErrors(m);

@@ -11,7 +11,9 @@
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 #include <pybind11/stl/filesystem.h>
+#include <pybind11/typing.h>
 
+#include "casters/byte_buffers.hpp"
 #include "casters/expected.hpp"
 #include "casters/py_callback.hpp"
 

@@ -3,6 +3,8 @@
 from __future__ import annotations
 
 import datetime
+import pydoc
+import re
 import socket
 import threading
 import time
@@ -240,3 +242,111 @@ def test_velmar_link_exc_raises_with_the_error(emulator):
     with pytest.raises(VelmarLinkException) as refused:
         VelmarLinkExc("127.0.0.1", closed_port()).connect()
     assert refused.value.error.get_error_code_enum() == ErrorCodeEnum.CONNECTION_FAILED
+
+
+# ---- one list of operations --------------------------------------------------------------
+
+#: The methods of both link classes, in the order in which help() lists them.
+SCRIPT_METHODS = [
+    "connect", "disconnect", "id", "do_job", "wait_for_job_to_finish", "cancel_pending_operations",
+    "get_job_result_data", "send_stop", "update_settings", "get_settings", "get_connection_status",
+    "is_connected", "set_request_timeout", "get_job_info_list", "get_job_info", "get_workstation_info",
+    "get_workstation_status", "get_own_connection_info", "get_ecw_connection_list", "drop_ecw_connection",
+    "set_connection_status_callback", "set_event_handler", "clear_event_handler", "check_job_parameters",
+    "create_resource", "create_resource_from_file", "append_to_resource", "retrieve_resource",
+    "download_resource_to_file", "delete_resource", "get_available_resources", "get_updated_resource_info",
+    "set_destination_host", "set_http_authentication_info", "set_flag", "clear_flag", "test_flag",
+    "get_library_revision", "get_supported_protocol_version",
+]
+EXC_OWN_METHODS = ["suppress_do_job_exception", "enable_do_job_exception", "is_do_job_exception_suppressed"]
+FURTHER_METHODS = ["set_connection_timeout", "is_ip_address", "set_max_message_size", "get_max_message_size"]
+
+
+def help_order(cls) -> list[str]:
+    """The names of the routines that help() shows for ``cls``, in its order."""
+    text = pydoc.render_doc(cls, renderer=pydoc.plaintext)
+    return [match for match in re.findall(r"^ \|  (\w+)(?:\(| = )", text, re.MULTILINE) if not match.startswith("_")]
+
+
+def argument_names(method) -> list[str]:
+    """The argument names of a bound native method, read from its signature line."""
+    signature = method.__doc__.splitlines()[0]
+    inside = signature[signature.index("(") + 1 : signature.rindex(") ->")] if ") ->" in signature else ""
+    return [part.split(":")[0].strip() for part in inside.split(", ") if part and part.split(":")[0] != "self"]
+
+
+@pytest.mark.parametrize("cls, own", [(VelmarLink, []), (VelmarLinkExc, EXC_OWN_METHODS)], ids=["link", "exc"])
+def test_help_lists_the_methods_in_the_documented_order(cls, own):
+    listed = help_order(cls)
+    # pydoc shows the static methods (the last two of the table) after the others.
+    documented = SCRIPT_METHODS[:-2] + own + SCRIPT_METHODS[-2:]
+    assert [name for name in listed if name in documented] == documented
+    assert sorted(listed) == sorted(documented + FURTHER_METHODS)
+
+
+def test_both_link_classes_offer_the_same_operations_with_the_same_arguments():
+    link = VelmarLink("127.0.0.1")
+    exc = VelmarLinkExc("127.0.0.1")
+    for name in SCRIPT_METHODS + FURTHER_METHODS:
+        assert argument_names(getattr(link, name)) == argument_names(getattr(exc, name)), name
+    assert argument_names(link.retrieve_resource) == ["resource", "limit", "offset"]
+    assert argument_names(link.create_resource_from_file) == ["type", "file_name_and_path", "resource_name"]
+    assert "resource_name: str = ''" in link.create_resource_from_file.__doc__
+    assert argument_names(VelmarLink.__init__) == argument_names(VelmarLinkExc.__init__)
+    assert "VelmarLinkException" in VelmarLinkExc.get_job_result_data.__doc__
+    assert "did not finish successfully" in VelmarLinkExc.get_job_result_data.__doc__
+
+
+def test_result_shapes_of_the_two_classes(emulator):
+    link = VelmarLink("127.0.0.1", closed_port())
+    assert link.update_settings(velmar_link.SettingsSet()) is None
+    assert link.set_connection_status_callback(None) is None
+    assert code_of(link.check_job_parameters(velmar_link.control.BeepJob())) == ErrorCodeEnum.CONNECTION_NOT_ESTABLISHED
+    with pytest.raises(TypeError):
+        link.do_job(None)
+    with pytest.raises(TypeError):
+        link.set_event_handler(None)
+    assert re.search(r"-> bytes \| [\w.]*ErrorObject$", VelmarLink.retrieve_resource.__doc__.splitlines()[0])
+    assert VelmarLinkExc.retrieve_resource.__doc__.splitlines()[0].endswith("-> bytes")
+    exc = VelmarLinkExc("127.0.0.1", emulator.port_str)
+    exc.connect()
+    try:
+        assert exc.check_job_parameters(velmar_link.control.BeepJob()) is None
+        assert exc.update_settings(velmar_link.SettingsSet()) is None
+    finally:
+        exc.disconnect()
+    assert isinstance(VelmarLinkExc.id, type(VelmarLinkExc._id_of_address))
+    assert VelmarLink.get_max_message_size(link) >= 1 << 20
+
+
+def test_exc_get_job_result_data_raises_for_a_job_that_did_not_succeed(emulator):
+    link = VelmarLinkExc("127.0.0.1", emulator.port_str)
+    link.connect()
+    try:
+        refused = velmar_link.control.SetLedColorJob(300, 0, 0)
+        link.suppress_do_job_exception(ErrorCodeEnum.PARAMETER_VALUE_TOO_HIGH)
+        assert code_of(link.do_job(refused)) == ErrorCodeEnum.PARAMETER_VALUE_TOO_HIGH
+        with pytest.raises(VelmarLinkException) as raised:
+            link.get_job_result_data(refused)
+        assert raised.value.error.get_error_code_enum() == ErrorCodeEnum.PARAMETER_VALUE_TOO_HIGH
+
+        # Stopped by its stop condition after some rows: a partial result is not handed out.
+        stopped = velmar_link.meas.RampJob(
+            start_value=0.0, end_value=0.2, scan_rate=2.0, output_data_rate=100.0,
+            stop_conditions=[velmar_link.meas.stop.MaxLimitStopCondition(for_dimension="voltage", maximum=0.05)])
+        link.suppress_do_job_exception(ErrorCodeEnum.STOP_CONDITION_TRIGGERED)
+        error = link.do_job(stopped)
+        assert not stopped.was_successful(), error
+        with pytest.raises(VelmarLinkException) as raised:
+            link.get_job_result_data(stopped)
+        assert raised.value.error == stopped.get_last_job_info().get_error()
+
+        never_ran = velmar_link.meas.RampJob()
+        with pytest.raises(VelmarLinkException):
+            link.get_job_result_data(never_ran)
+
+        finished = velmar_link.meas.RampJob(start_value=0.0, end_value=0.2, scan_rate=2.0, output_data_rate=100.0)
+        assert not link.do_job(finished)
+        assert link.get_job_result_data(finished).get_row_count() == 11
+    finally:
+        link.disconnect()

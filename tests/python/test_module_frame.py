@@ -3,6 +3,11 @@
 import copy
 import enum
 import importlib
+import os
+import re
+import subprocess
+import sys
+from pathlib import Path
 
 import pytest
 
@@ -89,3 +94,83 @@ def test_error_parameters():
     too_many = ErrorObject(ErrorCodeEnum.UNKNOWN_ERR, "{0}", [1, 2, 3, 4, 5, 6, 7])
     assert str(too_many) == "Error: Too many parameters (7 > 6). Format string: '{0}'"
     assert ErrorParameter("a") == ErrorParameter("a")
+
+
+@pytest.mark.parametrize(
+    "constants, name, value",
+    [
+        (velmar_link.TrackNames, "TIME", "time"),
+        (velmar_link.UnitNames, "IMPEDANCE_ABSOLUTE", "\u2126"),
+        (velmar_link.VelmarLinkConnectionFlags, "USE_SSL", 1),
+    ],
+)
+def test_constant_classes_are_read_only(constants, name, value):
+    with pytest.raises(AttributeError):
+        setattr(constants, name, "changed")
+    with pytest.raises(AttributeError):
+        delattr(constants, name)
+    with pytest.raises(AttributeError):
+        constants.NEW_NAME = 1
+    assert getattr(constants, name) == value
+    assert not hasattr(constants, "NEW_NAME")
+
+
+def test_submodules_are_modules_of_the_package():
+    import velmar_link.meas.stop as stop_module
+
+    native = velmar_link._velmar_link
+    assert stop_module is sys.modules["velmar_link.meas.stop"] is velmar_link.meas.stop
+    assert stop_module.__file__.endswith(os.path.join("velmar_link", "meas", "stop.py"))
+    assert stop_module.MinLimitStopCondition is native.meas.stop.MinLimitStopCondition
+    for name in ("calibration", "control", "meas", "xml"):
+        module = importlib.import_module(f"velmar_link.{name}")
+        assert module is getattr(velmar_link, name)
+        assert module.__file__ is not None and module is not getattr(native, name)
+        assert module.__doc__ == getattr(native, name).__doc__
+        public = {key for key in vars(getattr(native, name)) if not key.startswith("_")}
+        assert public <= set(vars(module)), public - set(vars(module))
+    from velmar_link.control import SwitchOnJob
+
+    assert SwitchOnJob is native.control.SwitchOnJob
+
+
+STUBS = Path(velmar_link.__file__).parent / "_velmar_link"
+
+
+def test_stubs_carry_real_types():
+    text = "\n".join(path.read_text() for path in sorted(STUBS.rglob("*.pyi")))
+    assert "*args" not in text and "**kwargs" not in text
+    link_stub = (STUBS / "__init__.pyi").read_text()
+    start = link_stub.index("class VelmarLink:")
+    classes = link_stub[start : link_stub.index("class VelmarLinkExc", start) + 20000]
+    assert "typing.Any" not in classes
+    assert re.search(r"def retrieve_resource\(self, resource: Resource, limit: [^)]*\) -> bytes \| ErrorObject", link_stub)
+    assert "def get_job_result_data(self, job: AbstractMeasurementJob) -> DataSet | ErrorObject" in link_stub
+
+
+def test_typed_example_passes_the_type_checker(tmp_path):
+    pytest.importorskip("mypy", reason="mypy is installed by scripts/setup.sh")
+    example = Path(__file__).with_name("typing_example.py")
+    package_root = Path(velmar_link.__file__).parents[1]
+    # The script is checked strictly against the stubs, as a user's script is; the stubs' own
+    # style (generated) is not the script's concern.
+    config = tmp_path / "mypy.ini"
+    config.write_text("[mypy]\nstrict = True\n\n[mypy-velmar_link.*]\nignore_errors = True\n")
+    result = subprocess.run(
+        [sys.executable, "-m", "mypy", "--config-file", str(config), "--no-incremental", "--cache-dir", os.devnull,
+         str(example)],
+        capture_output=True, text=True, timeout=300, env={**os.environ, "MYPYPATH": str(package_root)},
+        cwd=package_root,
+    )
+    assert result.returncode == 0, result.stdout + result.stderr
+
+
+SETUP = Path(__file__).resolve().parents[2] / "scripts" / "setup.sh"
+
+
+def test_setup_check_names_what_is_missing_without_a_traceback():
+    command = 'source "$1"; missing_python_tools "no-such-package-for-velmar>=1.0" "pytest>=1" "pytest>=999" pytest'
+    result = subprocess.run(["bash", "-c", command, "bash", str(SETUP)], capture_output=True, text=True, timeout=60)
+    assert result.returncode == 0
+    assert result.stdout.split() == ["no-such-package-for-velmar>=1.0", "pytest>=999"]
+    assert result.stderr == ""

@@ -8,6 +8,7 @@ import enum
 import numpy
 import os
 import typing
+import typing_extensions
 from . import xml
 from . import control
 from . import meas
@@ -1870,70 +1871,70 @@ class VelmarLinkEventHandler:
     Delivers events of one type to a Python callable. Made only by the static make_* methods.
     """
     @staticmethod
-    def make_job_done_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_job_done_event_handler(callback: collections.abc.Callable[[JobInfo], None]) -> VelmarLinkEventHandler:
         """
         Handler of JOB_DONE events, sent once the job has left the queue, successful or not, also for jobs without live data; the callback receives a :class:`velmar_link.JobInfo`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_job_log_message_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_job_log_message_event_handler(callback: collections.abc.Callable[[str, LogSeverityEnum, str, str], None]) -> VelmarLinkEventHandler:
         """
         Handler of MESSAGE_FROM_JOB events; the callback receives the job id (str), a :class:`velmar_link.LogSeverityEnum`, the date and time (str) and the message (str).
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_job_status_update_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_job_status_update_event_handler(callback: collections.abc.Callable[[JobStatusEnum, JobInfo], None]) -> VelmarLinkEventHandler:
         """
         Handler of JOB_STATUS_UPDATE events; the callback receives the new :class:`velmar_link.JobStatusEnum` and a :class:`velmar_link.JobInfo`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_finished_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_finished_event_handler(callback: collections.abc.Callable[[JobInfo], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_FINISHED events; the callback receives a :class:`velmar_link.JobInfo`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_header_eis_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_header_eis_event_handler(callback: collections.abc.Callable[[LiveDataHeaderEis, JobInfo], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_HEADER_EIS events; the callback receives a :class:`velmar_link.LiveDataHeaderEis` and a :class:`velmar_link.JobInfo`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_header_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_header_event_handler(callback: collections.abc.Callable[[LiveDataHeader, JobInfo], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_HEADER events; the callback receives a :class:`velmar_link.LiveDataHeader` and a :class:`velmar_link.JobInfo`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_row_eis_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_row_eis_event_handler(callback: collections.abc.Callable[[LiveDataRowEis], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_ROW_EIS events; the callback receives a :class:`velmar_link.LiveDataRowEis`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_rows_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_rows_event_handler(callback: collections.abc.Callable[[list[list[float]]], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_ROWS events; the callback receives the rows as list[list[float]], described by the last header.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_live_data_wave_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_live_data_wave_event_handler(callback: collections.abc.Callable[[LiveDataWavesEis], None]) -> VelmarLinkEventHandler:
         """
         Handler of LIVE_DATA_WAVES events; the callback receives a :class:`velmar_link.LiveDataWavesEis`.
         
         The callback runs on the connection's thread with the interpreter lock held; an exception it raises is reported as unraisable. Pass the returned handler to :meth:`velmar_link.VelmarLink.set_event_handler`.
         """
     @staticmethod
-    def make_log_message_event_handler(callback: collections.abc.Callable) -> VelmarLinkEventHandler:
+    def make_log_message_event_handler(callback: collections.abc.Callable[[LogSeverityEnum, str, str], None]) -> VelmarLinkEventHandler:
         """
         Handler of MESSAGE_FROM_SERVER events; the callback receives a :class:`velmar_link.LogSeverityEnum`, the date and time (str) and the message (str).
         
@@ -2082,7 +2083,7 @@ class Resource:
         creator of the resource
         """
     @property
-    def header(self) -> typing.Any:
+    def header(self) -> dict[str, typing.Any]:
         """
         header that travels beside the content, as a ``dict``
         """
@@ -2124,46 +2125,35 @@ class VelmarLink:
     Results that may fail are returned as the value or a :class:`velmar_link.ErrorObject`;
     operations that only succeed or fail return an ``ErrorObject``, falsy on success.
     """
+    _fields: typing.ClassVar[tuple[str, ...]] = ('connect', 'disconnect', 'id', 'do_job', 'wait_for_job_to_finish', 'cancel_pending_operations', 'get_job_result_data', 'send_stop', 'update_settings', 'get_settings', 'get_connection_status', 'is_connected', 'set_request_timeout', 'get_job_info_list', 'get_job_info', 'get_workstation_info', 'get_workstation_status', 'get_own_connection_info', 'get_ecw_connection_list', 'drop_ecw_connection', 'set_connection_status_callback', 'set_event_handler', 'clear_event_handler', 'check_job_parameters', 'create_resource', 'create_resource_from_file', 'append_to_resource', 'retrieve_resource', 'download_resource_to_file', 'delete_resource', 'get_available_resources', 'get_updated_resource_info', 'set_destination_host', 'set_http_authentication_info', 'set_flag', 'clear_flag', 'test_flag', 'get_library_revision', 'get_supported_protocol_version', 'set_connection_timeout', 'is_ip_address', 'set_max_message_size', 'get_max_message_size')
     @staticmethod
     def _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> WorkstationInfo | ErrorObject:
         """
         Query device identification without a persistent connection.
         
-        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
-        asks a workstation by address without a link.
-        
-        When the link is connected the connection is used; otherwise a short-lived connection to the
-        link's address is made.
+        ``link.id(timeout)`` asks the link's workstation: over the connection when the link is
+        connected, otherwise over a short-lived connection to the link's address.
+        ``VelmarLink.id(hostname, port, timeout)`` asks a workstation by address without a link.
         
         :param timeout: :class:`datetime.timedelta` bounding each step.
+        
+        :returns: :class:`velmar_link.WorkstationInfo` or :class:`velmar_link.ErrorObject`.
         """
     @staticmethod
     def get_library_revision() -> str:
         """
-        () -> str
+        The library version string, also the package's ``__version__``.
         
         :returns: the library version string.
         """
     @staticmethod
     def get_supported_protocol_version() -> int:
         """
-        :returns: the protocol version that this library speaks.
+        The protocol version that this library speaks.
+        
+        :returns: the protocol version, an ``int``.
         """
-    @staticmethod
-    def id(*args, **kwargs):
-        """
-        _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> velmar_link._velmar_link.WorkstationInfo | velmar_link._velmar_link.ErrorObject
-        
-        Query device identification without a persistent connection.
-        
-        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
-        asks a workstation by address without a link.
-        
-        When the link is connected the connection is used; otherwise a short-lived connection to the
-        link's address is made.
-        
-        :param timeout: :class:`datetime.timedelta` bounding each step.
-        """
+    id: _VelmarLinkIdQuery
     @staticmethod
     def is_ip_address(text: str) -> bool:
         """
@@ -2186,20 +2176,21 @@ class VelmarLink:
         """
         Query device identification without a persistent connection.
         
-        ``link.id(timeout)`` asks the link's workstation; ``VelmarLink.id(hostname, port, timeout)``
-        asks a workstation by address without a link.
-        
-        When the link is connected the connection is used; otherwise a short-lived connection to the
-        link's address is made.
+        ``link.id(timeout)`` asks the link's workstation: over the connection when the link is
+        connected, otherwise over a short-lived connection to the link's address.
+        ``VelmarLink.id(hostname, port, timeout)`` asks a workstation by address without a link.
         
         :param timeout: :class:`datetime.timedelta` bounding each step.
+        
+        :returns: :class:`velmar_link.WorkstationInfo` or :class:`velmar_link.ErrorObject`.
         """
-    def append_to_resource(self, resource: Resource, data: typing.Any) -> ErrorObject:
+    def append_to_resource(self, resource: Resource, data: typing_extensions.Buffer) -> ErrorObject:
         """
         Append bytes to a resource.
         
         :param resource: the :class:`velmar_link.Resource`.
         :param data: Data as bytearray (any object supporting the buffer protocol).
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def cancel_pending_operations(self) -> None:
@@ -2216,6 +2207,7 @@ class VelmarLink:
         Let the device check the parameters of a job without running it.
         
         :param job: the job.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy if the parameters are valid.
         """
     def clear_event_handler(self, event_handler: VelmarLinkEventHandler) -> None:
@@ -2234,11 +2226,10 @@ class VelmarLink:
         """
         Connect to a running RQ5.
         
-        The interpreter lock is released while connecting.
+        Failures: ``ALREADY_CONNECTED`` when connected, ``CONNECTION_DNS_ERROR``, ``CONNECTION_FAILED``,
+        ``UNAUTHORIZED``, ``PROTOCOL_VERSION_MISMATCH``, ... otherwise.
         
-        :returns: :class:`velmar_link.ErrorObject`, falsy on success; ``ALREADY_CONNECTED`` when
-            connected, ``CONNECTION_DNS_ERROR``, ``CONNECTION_FAILED``, ``UNAUTHORIZED``,
-            ``PROTOCOL_VERSION_MISMATCH``, ... otherwise.
+        :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def create_resource(self, type: ResourceTypeEnum, resource_name: str) -> Resource | ErrorObject:
         """
@@ -2246,6 +2237,7 @@ class VelmarLink:
         
         :param type: :class:`velmar_link.ResourceTypeEnum` of the resource.
         :param resource_name: its name.
+        
         :returns: :class:`velmar_link.Resource` or :class:`velmar_link.ErrorObject`.
         """
     def create_resource_from_file(self, type: ResourceTypeEnum, file_name_and_path: os.PathLike | str | bytes, resource_name: str = '') -> Resource | ErrorObject:
@@ -2255,6 +2247,7 @@ class VelmarLink:
         :param type: :class:`velmar_link.ResourceTypeEnum` of the resource.
         :param file_name_and_path: the file, ``os.PathLike``, ``str`` or ``bytes``.
         :param resource_name: optional name; the file name when empty.
+        
         :returns: :class:`velmar_link.Resource` or :class:`velmar_link.ErrorObject`.
         """
     def delete_resource(self, resource: Resource) -> ErrorObject:
@@ -2262,6 +2255,7 @@ class VelmarLink:
         Delete a resource.
         
         :param resource: the :class:`velmar_link.Resource`.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def disconnect(self) -> None:
@@ -2280,6 +2274,7 @@ class VelmarLink:
         The interpreter lock is released while the job runs.
         
         :param job: the job, a :class:`velmar_link.AbstractMeasurementJob`.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy if the job was successful.
         """
     def download_resource_to_file(self, resource: Resource, file_name_and_path: os.PathLike | str | bytes) -> ErrorObject:
@@ -2288,6 +2283,7 @@ class VelmarLink:
         
         :param resource: the :class:`velmar_link.Resource`.
         :param file_name_and_path: the file; missing parent directories are created.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def drop_ecw_connection(self, connection_info: WebsocketConnectionInfo) -> ErrorObject:
@@ -2295,6 +2291,7 @@ class VelmarLink:
         Disconnect one WebSocket connection of the device.
         
         :param connection_info: the :class:`velmar_link.WebsocketConnectionInfo` of the connection.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def get_available_resources(self, type: ResourceTypeEnum) -> list[Resource] | ErrorObject:
@@ -2302,23 +2299,27 @@ class VelmarLink:
         List the resources of one type.
         
         :param type: :class:`velmar_link.ResourceTypeEnum`.
-        :returns: ``list`` of :class:`velmar_link.Resource`, or :class:`velmar_link.ErrorObject`.
+        
+        :returns: ``list`` of :class:`velmar_link.Resource` or :class:`velmar_link.ErrorObject`.
         """
     def get_connection_status(self) -> VelmarLinkConnectionStatusEnum:
         """
+        The connection status of the link.
+        
         :returns: the :class:`velmar_link.VelmarLinkConnectionStatusEnum` of the link.
         """
     def get_ecw_connection_list(self) -> list[WebsocketConnectionInfo] | ErrorObject:
         """
         List all active WebSocket connections of the device.
         
-        :returns: ``list`` of :class:`velmar_link.WebsocketConnectionInfo`, or :class:`velmar_link.ErrorObject`.
+        :returns: ``list`` of :class:`velmar_link.WebsocketConnectionInfo` or :class:`velmar_link.ErrorObject`.
         """
     def get_job_info(self, job: AbstractMeasurementJob) -> JobInfo | ErrorObject:
         """
         Ask the device for the current information on a job.
         
         :param job: the job.
+        
         :returns: :class:`velmar_link.JobInfo` or :class:`velmar_link.ErrorObject`.
         """
     def get_job_info_list(self, exclude_finished_jobs: bool) -> list[JobInfo] | ErrorObject:
@@ -2326,7 +2327,8 @@ class VelmarLink:
         List the jobs of the device.
         
         :param exclude_finished_jobs: leave out jobs that have finished.
-        :returns: ``list`` of :class:`velmar_link.JobInfo`, or :class:`velmar_link.ErrorObject`.
+        
+        :returns: ``list`` of :class:`velmar_link.JobInfo` or :class:`velmar_link.ErrorObject`.
         """
     def get_job_result_data(self, job: AbstractMeasurementJob) -> DataSet | ErrorObject:
         """
@@ -2336,8 +2338,14 @@ class VelmarLink:
         duration. The interpreter lock is released during the retrieval.
         
         :param job: the job.
-        :returns: a :class:`velmar_link.DcDataset` or :class:`velmar_link.EisDataset`, or
-            :class:`velmar_link.ErrorObject`.
+        
+        :returns: a :class:`velmar_link.DcDataset` or :class:`velmar_link.EisDataset` or :class:`velmar_link.ErrorObject`.
+        """
+    def get_max_message_size(self) -> int:
+        """
+        The largest message that the link accepts.
+        
+        :returns: the limit in bytes, an ``int``.
         """
     def get_own_connection_info(self) -> WebsocketConnectionInfo | ErrorObject:
         """
@@ -2356,27 +2364,33 @@ class VelmarLink:
         Refresh the given resource description in place.
         
         :param resource: the :class:`velmar_link.Resource`.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy on success.
         """
     def get_workstation_info(self) -> WorkstationInfo | ErrorObject:
         """
+        Get the identity of the connected RQ5.
+        
         :returns: :class:`velmar_link.WorkstationInfo` or :class:`velmar_link.ErrorObject`.
         """
     def get_workstation_status(self) -> WorkstationStatus | ErrorObject:
         """
+        Get the status of the connected RQ5.
+        
         :returns: :class:`velmar_link.WorkstationStatus` or :class:`velmar_link.ErrorObject`.
         """
     def is_connected(self) -> bool:
         """
         True if the link is connected.
         """
-    def retrieve_resource(self, resource: Resource, limit: typing.SupportsInt | typing.SupportsIndex, offset: typing.SupportsInt | typing.SupportsIndex) -> typing.Any:
+    def retrieve_resource(self, resource: Resource, limit: typing.SupportsInt | typing.SupportsIndex, offset: typing.SupportsInt | typing.SupportsIndex) -> bytes | ErrorObject:
         """
         Read part of a resource's content.
         
         :param resource: the :class:`velmar_link.Resource`.
         :param limit: the number of bytes; 0 means the maximum (``Resource.DATA_CHUNK_SIZE_LIMIT``).
         :param offset: the first byte.
+        
         :returns: ``bytes`` or :class:`velmar_link.ErrorObject`.
         """
     def send_stop(self, queue_stop_mode: QueueStopModeEnum) -> None:
@@ -2386,7 +2400,7 @@ class VelmarLink:
         :param queue_stop_mode: :class:`velmar_link.QueueStopModeEnum`: flush the queued jobs or continue
             with the next one.
         """
-    def set_connection_status_callback(self, callback: typing.Any) -> None:
+    def set_connection_status_callback(self, callback: collections.abc.Callable[[VelmarLinkConnectionStatusEnum], None] | None) -> None:
         """
         Set the callable called on every change of the connection status.
         
@@ -2414,11 +2428,13 @@ class VelmarLink:
         
         The handler's callback runs on the link's I/O thread for every event of its type, also while
         the calling thread waits in a blocking call such as :meth:`do_job`. One handler per event type:
-        registering a different handler for a type that already has one raises (``RuntimeError`` here,
-        :class:`velmar_link.VelmarLinkException` on ``VelmarLinkExc``); registering the same handler
-        again does nothing.
+        registering a different handler for a type that already has one raises (``RuntimeError`` on
+        ``VelmarLink``, :class:`velmar_link.VelmarLinkException` on ``VelmarLinkExc``); registering the
+        same handler again does nothing.
         
         :param event_handler: a :class:`velmar_link.VelmarLinkEventHandler`.
+        
+        :raises RuntimeError: if another handler of the type is set.
         """
     def set_flag(self, flag: typing.SupportsInt | typing.SupportsIndex) -> None:
         """
@@ -2432,6 +2448,15 @@ class VelmarLink:
         
         :param http_user: user name from the settings.
         :param http_password: password from the settings.
+        """
+    def set_max_message_size(self, size: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Set the largest message, text or binary, that the link accepts (default 256 MiB).
+        
+        A larger binary frame fails the pending download with ``RESOURCE_CONTENT_INVALID``; a larger
+        text frame is reported on the standard error stream and dropped. The link stays connected.
+        
+        :param size: the limit in bytes.
         """
     def set_request_timeout(self, timeout: datetime.timedelta) -> None:
         """
@@ -2461,7 +2486,22 @@ class VelmarLink:
         Wait until a job started earlier has finished (interpreter lock released).
         
         :param job: the job.
+        
         :returns: :class:`velmar_link.ErrorObject`, falsy if the job was successful.
+        """
+class _VelmarLinkIdQuery:
+    """
+    The ``id`` query of a link class.
+    """
+    @typing.overload
+    def __get__(self, instance: None, owner: type) -> collections.abc.Callable[[str, str, datetime.timedelta], WorkstationInfo | ErrorObject]:
+        """
+        Read from the class: the query by address.
+        """
+    @typing.overload
+    def __get__(self, instance: VelmarLink, owner: type) -> collections.abc.Callable[[datetime.timedelta], WorkstationInfo | ErrorObject]:
+        """
+        Read from a link: the query of that link's workstation.
         """
 class VelmarLinkExc:
     """
@@ -2471,46 +2511,36 @@ class VelmarLinkExc:
     :class:`velmar_link.ErrorObject` on success and raise on failure unless the failing code was
     passed to :meth:`suppress_do_job_exception`.
     """
+    _fields: typing.ClassVar[tuple[str, ...]] = ('connect', 'disconnect', 'id', 'do_job', 'wait_for_job_to_finish', 'cancel_pending_operations', 'get_job_result_data', 'send_stop', 'update_settings', 'get_settings', 'get_connection_status', 'is_connected', 'set_request_timeout', 'get_job_info_list', 'get_job_info', 'get_workstation_info', 'get_workstation_status', 'get_own_connection_info', 'get_ecw_connection_list', 'drop_ecw_connection', 'set_connection_status_callback', 'set_event_handler', 'clear_event_handler', 'check_job_parameters', 'create_resource', 'create_resource_from_file', 'append_to_resource', 'retrieve_resource', 'download_resource_to_file', 'delete_resource', 'get_available_resources', 'get_updated_resource_info', 'set_destination_host', 'set_http_authentication_info', 'set_flag', 'clear_flag', 'test_flag', 'get_library_revision', 'get_supported_protocol_version', 'suppress_do_job_exception', 'enable_do_job_exception', 'is_do_job_exception_suppressed', 'set_connection_timeout', 'is_ip_address', 'set_max_message_size', 'get_max_message_size')
     @staticmethod
     def _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> WorkstationInfo:
         """
         Query device identification without a persistent connection.
         
-        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
-        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
-        workstation by address without a link.
+        ``link.id(timeout)`` asks the link's workstation: over the connection when the link is
+        connected, otherwise over a short-lived connection to the link's address.
+        ``VelmarLink.id(hostname, port, timeout)`` asks a workstation by address without a link.
         
         :param timeout: :class:`datetime.timedelta` bounding each step.
+        
         :returns: :class:`velmar_link.WorkstationInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
     @staticmethod
     def get_library_revision() -> str:
         """
-        () -> str
+        The library version string, also the package's ``__version__``.
         
         :returns: the library version string.
         """
     @staticmethod
     def get_supported_protocol_version() -> int:
         """
-        :returns: the protocol version that this library speaks.
-        """
-    @staticmethod
-    def id(*args, **kwargs):
-        """
-        _id_of_address(hostname: str, port: str, timeout: datetime.timedelta) -> velmar_link._velmar_link.WorkstationInfo
+        The protocol version that this library speaks.
         
-        Query device identification without a persistent connection.
-        
-        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
-        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
-        workstation by address without a link.
-        
-        :param timeout: :class:`datetime.timedelta` bounding each step.
-        :returns: :class:`velmar_link.WorkstationInfo`.
-        :raises velmar_link.VelmarLinkException: on failure.
+        :returns: the protocol version, an ``int``.
         """
+    id: _VelmarLinkExcIdQuery
     @staticmethod
     def is_ip_address(text: str) -> bool:
         """
@@ -2533,20 +2563,22 @@ class VelmarLinkExc:
         """
         Query device identification without a persistent connection.
         
-        ``link.id(timeout)`` asks the link's workstation (over the connection when connected,
-        otherwise over a short-lived one); ``VelmarLinkExc.id(hostname, port, timeout)`` asks a
-        workstation by address without a link.
+        ``link.id(timeout)`` asks the link's workstation: over the connection when the link is
+        connected, otherwise over a short-lived connection to the link's address.
+        ``VelmarLink.id(hostname, port, timeout)`` asks a workstation by address without a link.
         
         :param timeout: :class:`datetime.timedelta` bounding each step.
+        
         :returns: :class:`velmar_link.WorkstationInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
-    def append_to_resource(self, resource: Resource, data: typing.Any) -> None:
+    def append_to_resource(self, resource: Resource, data: typing_extensions.Buffer) -> None:
         """
         Append bytes to a resource.
         
         :param resource: the :class:`velmar_link.Resource`.
         :param data: Data as bytearray (any object supporting the buffer protocol).
+        
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def cancel_pending_operations(self) -> None:
@@ -2563,6 +2595,7 @@ class VelmarLinkExc:
         Let the device check the parameters of a job without running it.
         
         :param job: the job.
+        
         :raises velmar_link.VelmarLinkException: if the parameters are invalid.
         """
     def clear_event_handler(self, event_handler: VelmarLinkEventHandler) -> None:
@@ -2581,6 +2614,9 @@ class VelmarLinkExc:
         """
         Connect to a running RQ5.
         
+        Failures: ``ALREADY_CONNECTED`` when connected, ``CONNECTION_DNS_ERROR``, ``CONNECTION_FAILED``,
+        ``UNAUTHORIZED``, ``PROTOCOL_VERSION_MISMATCH``, ... otherwise.
+        
         :raises velmar_link.VelmarLinkException: if the connection failed.
         """
     def create_resource(self, type: ResourceTypeEnum, resource_name: str) -> Resource:
@@ -2589,6 +2625,7 @@ class VelmarLinkExc:
         
         :param type: :class:`velmar_link.ResourceTypeEnum` of the resource.
         :param resource_name: its name.
+        
         :returns: :class:`velmar_link.Resource`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
@@ -2597,8 +2634,9 @@ class VelmarLinkExc:
         Create a resource holding the content of a file.
         
         :param type: :class:`velmar_link.ResourceTypeEnum` of the resource.
-        :param file_name_and_path: the file.
+        :param file_name_and_path: the file, ``os.PathLike``, ``str`` or ``bytes``.
         :param resource_name: optional name; the file name when empty.
+        
         :returns: :class:`velmar_link.Resource`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
@@ -2607,6 +2645,7 @@ class VelmarLinkExc:
         Delete a resource.
         
         :param resource: the :class:`velmar_link.Resource`.
+        
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def disconnect(self) -> None:
@@ -2620,11 +2659,14 @@ class VelmarLinkExc:
         """
     def do_job(self, job: AbstractMeasurementJob) -> ErrorObject:
         """
-        Perform a job and wait until it has finished (interpreter lock released).
+        Perform a job and wait until it has finished.
         
-        :param job: the job.
-        :returns: the falsy :class:`velmar_link.ErrorObject`, or the error of a suppressed code.
-        :raises velmar_link.VelmarLinkException: if the job failed.
+        The interpreter lock is released while the job runs.
+        
+        :param job: the job, a :class:`velmar_link.AbstractMeasurementJob`.
+        
+        :returns: the falsy :class:`velmar_link.ErrorObject`, or the error of a code passed to :meth:`suppress_do_job_exception`.
+        :raises velmar_link.VelmarLinkException: if the job failed and its code is not suppressed.
         """
     def download_resource_to_file(self, resource: Resource, file_name_and_path: os.PathLike | str | bytes) -> None:
         """
@@ -2632,6 +2674,7 @@ class VelmarLinkExc:
         
         :param resource: the :class:`velmar_link.Resource`.
         :param file_name_and_path: the file; missing parent directories are created.
+        
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def drop_ecw_connection(self, connection_info: WebsocketConnectionInfo) -> None:
@@ -2639,6 +2682,7 @@ class VelmarLinkExc:
         Disconnect one WebSocket connection of the device.
         
         :param connection_info: the :class:`velmar_link.WebsocketConnectionInfo` of the connection.
+        
         :raises velmar_link.VelmarLinkException: if the operation failed.
         """
     def enable_do_job_exception(self, code: ErrorCodeEnum) -> None:
@@ -2652,11 +2696,14 @@ class VelmarLinkExc:
         List the resources of one type.
         
         :param type: :class:`velmar_link.ResourceTypeEnum`.
+        
         :returns: ``list`` of :class:`velmar_link.Resource`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def get_connection_status(self) -> VelmarLinkConnectionStatusEnum:
         """
+        The connection status of the link.
+        
         :returns: the :class:`velmar_link.VelmarLinkConnectionStatusEnum` of the link.
         """
     def get_ecw_connection_list(self) -> list[WebsocketConnectionInfo]:
@@ -2671,6 +2718,7 @@ class VelmarLinkExc:
         Ask the device for the current information on a job.
         
         :param job: the job.
+        
         :returns: :class:`velmar_link.JobInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
@@ -2679,16 +2727,27 @@ class VelmarLinkExc:
         List the jobs of the device.
         
         :param exclude_finished_jobs: leave out jobs that have finished.
+        
         :returns: ``list`` of :class:`velmar_link.JobInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def get_job_result_data(self, job: AbstractMeasurementJob) -> DataSet:
         """
-        Download the result data of a job (interpreter lock released).
+        Download the result data of a job.
+        
+        Must be used for jobs that return measurement data and online data that have a longer
+        duration. The interpreter lock is released during the retrieval.
         
         :param job: the job.
+        
         :returns: a :class:`velmar_link.DcDataset` or :class:`velmar_link.EisDataset`.
         :raises velmar_link.VelmarLinkException: if retrieval failed or job did not finish successfully.
+        """
+    def get_max_message_size(self) -> int:
+        """
+        The largest message that the link accepts.
+        
+        :returns: the limit in bytes, an ``int``.
         """
     def get_own_connection_info(self) -> WebsocketConnectionInfo:
         """
@@ -2709,15 +2768,20 @@ class VelmarLinkExc:
         Refresh the given resource description in place.
         
         :param resource: the :class:`velmar_link.Resource`.
+        
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def get_workstation_info(self) -> WorkstationInfo:
         """
+        Get the identity of the connected RQ5.
+        
         :returns: :class:`velmar_link.WorkstationInfo`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
     def get_workstation_status(self) -> WorkstationStatus:
         """
+        Get the status of the connected RQ5.
+        
         :returns: :class:`velmar_link.WorkstationStatus`.
         :raises velmar_link.VelmarLinkException: on failure.
         """
@@ -2736,8 +2800,9 @@ class VelmarLinkExc:
         Read part of a resource's content.
         
         :param resource: the :class:`velmar_link.Resource`.
-        :param limit: the number of bytes; 0 means the maximum.
+        :param limit: the number of bytes; 0 means the maximum (``Resource.DATA_CHUNK_SIZE_LIMIT``).
         :param offset: the first byte.
+        
         :returns: ``bytes``.
         :raises velmar_link.VelmarLinkException: on failure.
         """
@@ -2748,7 +2813,7 @@ class VelmarLinkExc:
         :param queue_stop_mode: :class:`velmar_link.QueueStopModeEnum`: flush the queued jobs or continue
             with the next one.
         """
-    def set_connection_status_callback(self, callback: typing.Any) -> None:
+    def set_connection_status_callback(self, callback: collections.abc.Callable[[VelmarLinkConnectionStatusEnum], None] | None) -> None:
         """
         Set the callable called on every change of the connection status.
         
@@ -2776,11 +2841,13 @@ class VelmarLinkExc:
         
         The handler's callback runs on the link's I/O thread for every event of its type, also while
         the calling thread waits in a blocking call such as :meth:`do_job`. One handler per event type:
-        registering a different handler for a type that already has one raises (``RuntimeError`` here,
-        :class:`velmar_link.VelmarLinkException` on ``VelmarLinkExc``); registering the same handler
-        again does nothing.
+        registering a different handler for a type that already has one raises (``RuntimeError`` on
+        ``VelmarLink``, :class:`velmar_link.VelmarLinkException` on ``VelmarLinkExc``); registering the
+        same handler again does nothing.
         
         :param event_handler: a :class:`velmar_link.VelmarLinkEventHandler`.
+        
+        :raises velmar_link.VelmarLinkException: if another handler of the type is set.
         """
     def set_flag(self, flag: typing.SupportsInt | typing.SupportsIndex) -> None:
         """
@@ -2794,6 +2861,15 @@ class VelmarLinkExc:
         
         :param http_user: user name from the settings.
         :param http_password: password from the settings.
+        """
+    def set_max_message_size(self, size: typing.SupportsInt | typing.SupportsIndex) -> None:
+        """
+        Set the largest message, text or binary, that the link accepts (default 256 MiB).
+        
+        A larger binary frame fails the pending download with ``RESOURCE_CONTENT_INVALID``; a larger
+        text frame is reported on the standard error stream and dropped. The link stays connected.
+        
+        :param size: the limit in bytes.
         """
     def set_request_timeout(self, timeout: datetime.timedelta) -> None:
         """
@@ -2817,7 +2893,13 @@ class VelmarLinkExc:
         """
         Update device settings.
         
-        :param settings: the :class:`velmar_link.SettingsSet`; each entry's outcome is written into it.
+        The outcome of each entry is written into the set passed in: read it with
+        :meth:`velmar_link.SettingsSet.all_successfully_updated` and
+        :meth:`velmar_link.Setting.get_update_failure_reason`. Without a connection the set is left
+        untouched.
+        
+        :param settings: the :class:`velmar_link.SettingsSet` to send.
+        
         :raises velmar_link.VelmarLinkException: if the request failed.
         """
     def wait_for_job_to_finish(self, job: AbstractMeasurementJob) -> ErrorObject:
@@ -2825,8 +2907,23 @@ class VelmarLinkExc:
         Wait until a job started earlier has finished (interpreter lock released).
         
         :param job: the job.
-        :returns: the falsy :class:`velmar_link.ErrorObject`, or the error of a suppressed code.
-        :raises velmar_link.VelmarLinkException: if the job failed.
+        
+        :returns: the falsy :class:`velmar_link.ErrorObject`, or the error of a code passed to :meth:`suppress_do_job_exception`.
+        :raises velmar_link.VelmarLinkException: if the job failed and its code is not suppressed.
+        """
+class _VelmarLinkExcIdQuery:
+    """
+    The ``id`` query of a link class.
+    """
+    @typing.overload
+    def __get__(self, instance: None, owner: type) -> collections.abc.Callable[[str, str, datetime.timedelta], WorkstationInfo]:
+        """
+        Read from the class: the query by address.
+        """
+    @typing.overload
+    def __get__(self, instance: VelmarLinkExc, owner: type) -> collections.abc.Callable[[datetime.timedelta], WorkstationInfo]:
+        """
+        Read from a link: the query of that link's workstation.
         """
 def add(a: typing.SupportsInt | typing.SupportsIndex, b: typing.SupportsInt | typing.SupportsIndex) -> int:
     """

@@ -3,6 +3,8 @@ Submodule with measurement jobs.
 """
 from __future__ import annotations
 import collections.abc
+import numpy
+import numpy.typing
 import typing
 import velmar_link._velmar_link
 from . import stop
@@ -1236,11 +1238,11 @@ class CvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -1253,14 +1255,14 @@ class CvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -1416,11 +1418,11 @@ class AcCvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -1433,14 +1435,14 @@ class AcCvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -1606,11 +1608,11 @@ class FastCyclingJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -1623,14 +1625,14 @@ class FastCyclingJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -1756,11 +1758,11 @@ class RampJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -1773,14 +1775,14 @@ class RampJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -1936,11 +1938,11 @@ class SteadyStairsJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -1953,14 +1955,14 @@ class SteadyStairsJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2066,11 +2068,11 @@ class PogaJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2083,14 +2085,14 @@ class PogaJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2166,11 +2168,11 @@ class OcvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2183,14 +2185,14 @@ class OcvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2326,11 +2328,11 @@ class NpvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2343,14 +2345,14 @@ class NpvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2496,11 +2498,11 @@ class DpvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2513,14 +2515,14 @@ class DpvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2646,11 +2648,11 @@ class SwvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2663,14 +2665,14 @@ class SwvJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2786,11 +2788,11 @@ class WaveJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2803,14 +2805,14 @@ class WaveJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
@@ -2926,11 +2928,11 @@ class WaveFileJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
         Create the job from its parameters.
         """
-    def add_finished_callback(self, callback: typing.Any) -> None:
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the end of this job's live data; it receives the JobInfo.
         """
-    def add_header_callback(self, callback: typing.Any) -> None:
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeader, velmar_link._velmar_link.JobInfo], None]) -> None:
         """
         Add a callback for the live-data header of this job.
         
@@ -2943,14 +2945,14 @@ class WaveFileJob(velmar_link._velmar_link.AbstractMeasurementJob):
         
         No Python code runs per event; read the dataset once the job has ended.
         """
-    def add_rows_array_callback(self, callback: typing.Any) -> None:
+    def add_rows_array_callback(self, callback: collections.abc.Callable[[numpy.typing.NDArray[numpy.float64]], None]) -> None:
         """
         Add a callback that receives each block of rows as a numpy array.
         
         The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
         building lists.
         """
-    def add_rows_callback(self, callback: typing.Any) -> None:
+    def add_rows_callback(self, callback: collections.abc.Callable[[list[list[float]]], None]) -> None:
         """
         Add a callback for the blocks of live-data rows of this job.
         
