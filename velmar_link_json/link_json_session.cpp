@@ -325,7 +325,14 @@ void LinkJsonSession::setDownloadTimeout(std::chrono::milliseconds timeout) {
     impl_->downloadTimeoutMs = timeout.count() < 1 ? DEFAULT_DOWNLOAD_TIMEOUT.count() : timeout.count();
 }
 
-void LinkJsonSession::setMaxMessageSize(std::size_t bytes) { impl_->maxMessageSize = bytes; }
+void LinkJsonSession::setMaxMessageSize(std::size_t bytes) {
+    impl_->maxMessageSize = bytes;
+    // The transport's setter is thread-safe and applies from its next message.
+    if (auto* connection = impl_->connection.get()) {
+        std::lock_guard lock(connection->llMutex);
+        if (connection->ll != nullptr) connection->ll->setMaxMessageSize(bytes);
+    }
+}
 std::size_t LinkJsonSession::getMaxMessageSize() const { return impl_->maxMessageSize.load(); }
 
 unsigned LinkJsonSession::getDeviceProtocolVersion() const { return impl_->deviceProtocolVersion.load(); }

@@ -102,8 +102,8 @@ public:
     [[nodiscard]] std::chrono::milliseconds getConnectionTimeout() const;
     /// The time a download waits for its binary frame (default 120000 ms).
     void setDownloadTimeout(std::chrono::milliseconds timeout);
-    /// Messages larger than this are refused by the transport (default 256 MiB). Applied at
-    /// the next connect.
+    /// Messages larger than this are refused by the transport (default 256 MiB). Applies to the
+    /// current connection from its next message, and to every later connect. Owner thread.
     void setMaxMessageSize(std::size_t bytes);
     [[nodiscard]] std::size_t getMaxMessageSize() const;
     /// The version announced by the workstation in the last successful handshake (0 if none).

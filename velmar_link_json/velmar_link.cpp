@@ -195,8 +195,4 @@ void VelmarLink::clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>
 
 LinkJsonSession& VelmarLink::getSession() { return session_; }
 
-// Placeholders until the session enforces the limit: the default is reported, nothing is stored.
-void VelmarLink::setMaxMessageSize(std::size_t bytes) { static_cast<void>(bytes); }
-std::size_t VelmarLink::getMaxMessageSize() const { return std::size_t{256} << 20; }
-
 }  // namespace velmar

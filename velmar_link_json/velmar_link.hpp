@@ -116,10 +116,6 @@ public:
     /// Stops delivering events to a handler given to setEventHandler before.
     void clearEventHandler(const std::shared_ptr<VelmarLinkEventHandler>& handler);
 
-    /// Largest message (text or binary) that the link accepts; default 256 MiB.
-    void setMaxMessageSize(std::size_t bytes);
-    [[nodiscard]] std::size_t getMaxMessageSize() const;
-
     [[nodiscard]] LinkJsonSession& getSession();
 
 private:

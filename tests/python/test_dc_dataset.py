@@ -83,7 +83,7 @@ def test_info_and_copies_are_independent():
 
 
 def test_numpy_views_share_memory_are_read_only_and_keep_the_dataset_alive():
-    np = pytest.importorskip("numpy")
+    import numpy as np
     data = make([[0.0, 1.0, 2.0], [0.5, -0.0, math.inf]])
     view = data.get_dc_track_array("voltage")
     assert view.dtype == np.float64 and view.shape == (3,)

@@ -13,7 +13,7 @@ from typing import Any
 
 import pytest
 
-websockets = pytest.importorskip("websockets")
+import websockets
 from websockets.exceptions import ConnectionClosed, InvalidStatus  # noqa: E402
 from websockets.sync.client import connect  # noqa: E402
 

@@ -21,7 +21,7 @@ from typing import Any
 
 import pytest
 
-websockets = pytest.importorskip("websockets")
+import websockets
 from websockets.sync.client import connect  # noqa: E402
 
 MIB = 1 << 20

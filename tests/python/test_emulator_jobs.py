@@ -11,7 +11,7 @@ from typing import Any
 
 import pytest
 
-websockets = pytest.importorskip("websockets")
+import websockets
 from websockets.sync.client import connect  # noqa: E402
 
 MAIN = "MAIN:1:POT"

@@ -21,7 +21,18 @@ namespace {
 
 std::string text(const json::object& event, std::string_view key) { return std::string(event.at(key).as_string()); }
 
-JobInfo jobInfoMember(const json::object& event) { return jobInfoFromJson(event.at("job_info").as_object()); }
+/// The event's "job_info"; an event without one (or with one of another kind) gives the default
+/// information with the event's own "job_id", as missing keys of a job information do.
+JobInfo jobInfoMember(const json::object& event) {
+    if (const auto* info = event.if_contains("job_info"); info != nullptr && info->is_object()) {
+        return jobInfoFromJson(info->get_object());
+    }
+    JobInfo info;
+    if (const auto* jobId = event.if_contains("job_id"); jobId != nullptr && jobId->is_string()) {
+        info.job_id = std::string(jobId->get_string());
+    }
+    return info;
+}
 
 /// Builds the raw callback of `type`: `decode` turns the event into the typed arguments (a
 /// tuple); a decoding failure is reported and the event dropped, so the typed callback only
