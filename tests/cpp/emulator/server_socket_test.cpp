@@ -245,28 +245,6 @@ TEST(EmulatorServerLimits, AMessageAboveTheLimitClosesOnlyItsConnection) {
     EXPECT_EQ(other.call({{"do", "/id"}, {"request_id", "o"}}).at("status"), "SUCCESS");
 }
 
-TEST(EmulatorServerLimits, PartialMessagesShareOneBudget) {
-    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxMessageBytes = 4u << 20, .maxIncomingBytes = 2u << 20});
-    Client first(server.port), second(server.port);
-    ASSERT_FALSE(first.handshake({kVersion12}));
-    ASSERT_FALSE(second.handshake({kVersion12}));
-    // The first holds 900 KiB of an unfinished request; a second unfinished 900 KiB would
-    // exceed the 2 MiB budget with the parts reserved for the next reads.
-    const std::string head = R"({"do":"/id","request_id":"f","pad":")";
-    ASSERT_FALSE(first.writeWithin(head + std::string(900u << 10, 'a'), false));
-    // Let the server take in the first before the second arrives.
-    EXPECT_EQ(Client(server.port).handshake({kVersion12}), beast::error_code{});
-    ASSERT_FALSE(second.writeWithin(head + std::string(900u << 10, 'b'), false));
-    beast::flat_buffer buffer;
-    const auto dropped = second.readWithin(buffer);
-    EXPECT_TRUE(dropped);
-    EXPECT_NE(dropped, asio::error::timed_out);
-    // The first is still served once its message is complete.
-    ASSERT_FALSE(first.writeWithin("\"}", true));
-    ASSERT_FALSE(first.readWithin(buffer));
-    EXPECT_EQ(boost::json::parse(beast::buffers_to_string(buffer.data())).at("status"), "SUCCESS");
-}
-
 TEST(EmulatorServerLimits, ConnectionsBeyondTheBoundAreClosedAtOnce) {
     RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxConnections = 2});
     Client one(server.port), two(server.port);
