@@ -49,10 +49,12 @@ constexpr ParameterKey kBias{"bias", K::NUMBER, -kSet, kSet};
 constexpr ParameterKey kJobDuration{"duration", K::NUMBER, limits::kMinStepTime, kWeek};
 constexpr ParameterKey kValueRate{"value_rate", K::NUMBER, 1e-3, limits::kMaxValueRate};
 constexpr ParameterKey kRepetitions{"repetitions", K::NUMBER, 0.0, limits::kMaxRepetitions};
+constexpr ParameterKey kFirstVertex{"first_vertex", K::NUMBER, -kSet, kSet};
+constexpr ParameterKey kSecondVertex{"second_vertex", K::NUMBER, -kSet, kSet};
 
 constexpr ParameterKey kCv[] = {kStart,
-                                {"first_vertex", K::NUMBER, -kSet, kSet},
-                                {"second_vertex", K::NUMBER, -kSet, kSet},
+                                kFirstVertex,
+                                kSecondVertex,
                                 kEnd,
                                 kScanRate,
                                 kOutputRate,
@@ -65,8 +67,8 @@ constexpr ParameterKey kCv[] = {kStart,
                                 kStepHeight,
                                 kIrDrop};
 constexpr ParameterKey kAcCv[] = {kStart,
-                                  {"first_vertex", K::NUMBER, -kSet, kSet},
-                                  {"second_vertex", K::NUMBER, -kSet, kSet},
+                                  kFirstVertex,
+                                  kSecondVertex,
                                   kEnd,
                                   kScanRate,
                                   kOutputRate,
