@@ -20,15 +20,15 @@ py::object jsonToPython(const boost::json::value& value) {
 
 template <class Class>
 void defineEisHeaderMethods(Class& cls) {
-    cls.def("get_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.paths); },
+    cls.def("get_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.paths)); },
             "The headers of the synchronous paths, one dict per path.")
-        .def("get_async_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.async_paths); },
+        .def("get_async_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.async_paths)); },
              "The headers of the asynchronous paths, one dict per path.")
-        .def("get_potentiostats_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.potentiostats); },
+        .def("get_potentiostats_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.potentiostats)); },
              "The headers of the potentiostats, one dict per potentiostat.")
-        .def("get_impedances_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(h.impedances); },
+        .def("get_impedances_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.impedances)); },
              "The headers of the impedances, one dict per impedance.")
-        .def("get_meta_data_header", [](const LiveDataHeaderEis& h) { return jsonToPython(h.meta); },
+        .def("get_meta_data_header", [](const LiveDataHeaderEis& h) { return jsonToPython(columnHeadersToJson(h.meta)); },
              "The headers of the meta columns.");
 }
 

@@ -98,7 +98,7 @@ TEST(EventHandler, LiveDataEventsDecode) {
     std::string type;
     auto header = VelmarLinkEventHandler::makeLiveDataHeaderEisEventHandler(
         [&](const LiveDataHeaderEis& h, const JobInfo& info) { type = h.measurement_type_short + "/" + info.type; });
-    fire(*header, R"({"header":{"impedances":[],"paths":[],"async_paths":[],"potentiostats":[],"meta":[]},"job_info":{"type":"eis"}})");
+    fire(*header, R"({"header":{"impedances":[],"paths":[],"async_paths":[],"potentiostats":[],"meta":{"dimensions":[],"units":[]}},"job_info":{"type":"eis"}})");
     EXPECT_EQ(type, "EIS/eis");
 }
 
