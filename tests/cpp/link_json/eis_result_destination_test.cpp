@@ -7,6 +7,7 @@
 #include "support/scripted_peer.hpp"
 
 #include "velmar_link_json/jobs/ac/eis_result_destination.hpp"
+#include "velmar_link_json/jobs/control/control_jobs.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <gtest/gtest.h>
@@ -161,6 +162,60 @@ TEST(EisResultDestination, ThroughTheTransportInOnePieceAndFragmented) {
         expectLikeTheWholeDecoder(destination->takeDataset(LiveDataHeaderEis(form.header), JobInfo{}, 12), form,
                                   form.rowCount);
     }
+}
+
+/// A workstation that lists one job result of `subType` for job "j1" and serves `frame`.
+ScriptedPeer resultServer(const EisBinaryForm& form, std::string subType, std::string frame, std::uint64_t rows) {
+    json::object resource{{"resource_id", "r1"}, {"name", "job j1"}, {"type", "JOB_RESULT"},
+                          {"sub_type", std::move(subType)}, {"size", frame.size()}, {"job_id", "j1"},
+                          {"header", {{"job_data_header", json::value_from(form.header)},
+                                      {"job_info", {{"job_id", "j1"}, {"status", "FINISHED"}}},
+                                      {"number_of_rows", rows}}}};
+    return ScriptedPeer([resource, frame](const json::object& request) {
+        if (request.at("do") == "/JOB_RESULT/list") {
+            return PeerAction::reply(request, {{"resources", json::array{resource}}});
+        }
+        auto action = PeerAction::reply(request);
+        action.binaries.push_back(frame);
+        return action;
+    });
+}
+
+std::expected<std::shared_ptr<DataSet>, ErrorObject> fetch(ScriptedPeer& peer) {
+    LinkJsonSession session("127.0.0.1", peer.port());
+    EXPECT_FALSE(session.connect());
+    SleepJob job;
+    JobInfo info;
+    info.job_id = "j1";
+    info.status = JobStatusEnum::FINISHED;
+    job.setLastJobInfo(info);
+    return session.getJobResultData(job);
+}
+
+TEST(EisResultDownload, ImpedanceResultsBecomeAnEisDataset) {
+    const auto form = sampleForm();
+    auto peer = resultServer(form, "DATASET_AC", form.data, form.rowCount);
+    const auto result = fetch(peer);
+    ASSERT_TRUE(result) << result.error().getMessageFormatted();
+    const auto dataset = std::dynamic_pointer_cast<EisDataset>(*result);
+    ASSERT_NE(dataset, nullptr);
+    EXPECT_EQ(dataset->getRowCount(), form.rowCount);
+    EXPECT_EQ(dataset->getJobInfo().job_id, "j1");
+    EXPECT_EQ(dataset->getWaveIds(), (std::vector<double>{0, 0, -1, 1}));
+    EXPECT_EQ(dataset->getPathWaves(0).size(), 2u);
+}
+
+TEST(EisResultDownload, ShortFramesAndOtherSubTypesFail) {
+    const auto form = sampleForm();
+    auto shortPeer = resultServer(form, "DATASET_AC", form.data.substr(0, 64), form.rowCount);
+    const auto shortResult = fetch(shortPeer);
+    ASSERT_FALSE(shortResult);
+    EXPECT_EQ(shortResult.error().code, ErrorCodeEnum::RESOURCE_CONTENT_INVALID);
+
+    auto otherPeer = resultServer(form, "DATASET_XY", form.data, form.rowCount);
+    const auto other = fetch(otherPeer);
+    ASSERT_FALSE(other);
+    EXPECT_EQ(other.error().code, ErrorCodeEnum::RESOURCE_TYPE_MISMATCH);
 }
 
 }  // namespace
