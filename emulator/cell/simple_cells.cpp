@@ -29,6 +29,14 @@ std::string ResistorCell::describe() const {
                        parameters_.potentialNoise, parameters_.seed);
 }
 
+std::complex<double> ResistorCell::impedance(double, double) const { return parameters_.resistance; }
+
+double ResistorCell::steadyStateCurrent(double potential) const { return potential / parameters_.resistance; }
+
+CellModel::Noise ResistorCell::noise() const {
+    return {parameters_.currentNoise, parameters_.potentialNoise, parameters_.seed};
+}
+
 RcCell::RcCell(const Parameters& parameters)
     : parameters_(parameters),
       currentNoise_(parameters.currentNoise, parameters.seed),
@@ -123,5 +131,18 @@ std::string RcCell::describe() const {
                        parameters_.capacitance, parameters_.seriesResistance, parameters_.currentNoise,
                        parameters_.potentialNoise, parameters_.seed);
 }
+
+// Ru + R || C; without R (infinite) Ru + 1 / (j omega C).
+std::complex<double> RcCell::impedance(double omega, double) const {
+    const std::complex<double> admittance(std::isinf(parameters_.resistance) ? 0.0 : 1.0 / parameters_.resistance,
+                                          omega * parameters_.capacitance);
+    return parameters_.seriesResistance + 1.0 / admittance;
+}
+
+double RcCell::steadyStateCurrent(double potential) const {
+    return std::isinf(parameters_.resistance) ? 0.0 : potential / (parameters_.resistance + parameters_.seriesResistance);
+}
+
+CellModel::Noise RcCell::noise() const { return {parameters_.currentNoise, parameters_.potentialNoise, parameters_.seed}; }
 
 }  // namespace velmar::emulator
