@@ -172,6 +172,19 @@ private:
         }
         return 0.0;
     }
+    /// The phasor of point i relative to the cell current's: what makes the quotient of a
+    /// potential path over a current path the cell's impedance to the last bit.
+    Complex relativePhasor(const AcPathSource& source, std::size_t point) const {
+        switch (source.quantity) {
+            case AcPathSource::Quantity::POTENTIAL:
+                return source.scale * impedance_[point];
+            case AcPathSource::Quantity::CURRENT:
+                return source.scale;
+            case AcPathSource::Quantity::NOTHING:
+                break;
+        }
+        return 0.0;
+    }
     double sigma(const AcPathSource& source) const {
         return source.quantity == AcPathSource::Quantity::CURRENT ? noise_.current : noise_.potential;
     }
@@ -182,9 +195,11 @@ private:
         begun_ = true;
         sent_ = 0;
         excitation_.clear();
+        impedance_.clear();
         for (const auto& point : m.points) {
             const Complex z =
                 boundedImpedance(cell_->impedance(2.0 * std::numbers::pi * point.frequency, operating_.potential));
+            impedance_.push_back(z);
             if (plan_.galvanostatic) {
                 const double amplitude =
                     std::clamp(point.amplitude / std::abs(z), plan_.minCurrentAmplitude, plan_.maxCurrentAmplitude);
@@ -239,8 +254,8 @@ private:
             const auto& nb = signals_.syncSources[b];
             const double slopeA = na.slope(rawDc(na));
             const double slopeB = nb.slope(rawDc(nb));
-            Complex numerator = slopeA * rawPhasor(na, i);
-            Complex denominator = slopeB * rawPhasor(nb, i);
+            Complex numerator = slopeA * relativePhasor(na, i);
+            Complex denominator = slopeB * relativePhasor(nb, i);
             double relativeError = 0.0;
             if (noisy()) {
                 numerator = phasorOf(wave_[a], point.harmonic, m.samplesPerPeriod);
@@ -286,7 +301,8 @@ private:
             auto data = row(m, i, time);
             if (i == 0 && plan_.waveInResult) data.paths_waves = wave_;
             json::object event{{"type", "LIVE_DATA_ROW_EIS"}, {"job_id", context.jobId()}};
-            for (auto& member : json::value_from(data).as_object()) event[member.key()] = std::move(member.value());
+            auto lists = json::value_from(data);
+            for (auto& member : lists.as_object()) event[member.key()] = std::move(member.value());
             context.sendEvent(std::move(event));
             data.paths_waves.clear();
             rows_.push_back(std::move(data));
@@ -309,6 +325,7 @@ private:
     double begin_ = 0.0;       ///< emulated seconds at which it began
     std::size_t sent_ = 0;     ///< samples of its wave previewed
     std::vector<std::pair<Complex, Complex>> excitation_;  ///< potential and current phasor per point
+    std::vector<Complex> impedance_;                       ///< the cell's impedance per point
     NumberLists wave_;         ///< its wave per sync path
 
     std::vector<LiveDataRowEis> rows_;

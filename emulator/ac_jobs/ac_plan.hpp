@@ -67,11 +67,12 @@ struct AcMeasurement {
 /// holds max(64, 8 x highest harmonic) samples per period of the fundamental and at most
 /// kMaxWaveSamples samples (so the highest harmonic is at most kMaxWaveSamples / 8).
 inline constexpr std::size_t kSamplesPerPeriod = 64;
-inline constexpr std::size_t kMaxWaveSamples = 4096;
+inline constexpr std::size_t kMaxWaveSamples = 1024;
 inline constexpr unsigned kMaxHarmonic = kMaxWaveSamples / 8;
 /// Bound of the values of one result (columns of every row and the waves, which the result
-/// repeats for each row that shares them): 16 Mi values, 128 MiB.
-inline constexpr double kMaxResultValues = 16.0 * 1024 * 1024;
+/// repeats for each row that shares them): 32 Mi values, 256 MiB; a full table of 10000
+/// points with two sync paths fits.
+inline constexpr double kMaxResultValues = 32.0 * 1024 * 1024;
 
 struct AcPlan {
     bool galvanostatic = false;

@@ -78,16 +78,18 @@ double RcCell::stepPotentiostatic(double t, double potential) {
     } else if (dt <= 0.0) {
         current = (potential - capacitorVoltage_) / ru;
     } else {
-        // dv/dt = (E/Ru - v (1/Ru + 1/R)) / C, integrated exactly with E held per sub-step.
+        // dv/dt = (E/Ru - v (1/Ru + 1/R)) / C, integrated exactly for E moving linearly over
+        // each sub-step: with the target a + b t (a = E/(Ru g), b its slope), the solution is
+        // a + b (t - tau) + (v0 - a + b tau) exp(-t / tau).
         const double g = 1.0 / ru + 1.0 / r;
         const double tau = c / g;
         const int steps = subSteps(dt, tau);
         const double h = dt / steps;
         const double decay = std::exp(-h / tau);
-        for (int k = 1; k <= steps; ++k) {
-            const double applied = lastInput_ + (potential - lastInput_) * k / steps;
-            const double target = applied / (ru * g);
-            capacitorVoltage_ = target + (capacitorVoltage_ - target) * decay;
+        const double slope = (potential - lastInput_) / dt / (ru * g);
+        for (int k = 0; k < steps; ++k) {
+            const double target = (lastInput_ + (potential - lastInput_) * k / steps) / (ru * g);
+            capacitorVoltage_ = target + slope * (h - tau) + (capacitorVoltage_ - target + slope * tau) * decay;
         }
         current = (potential - capacitorVoltage_) / ru;
     }
