@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 
 namespace velmar::emulator {
 
@@ -260,20 +261,22 @@ double AcPlan::highestFrequency() const {
     return highest;
 }
 
-std::expected<AcPlan, ErrorObject> planAcJob(std::string_view type, const json::object& parameters) {
-    const json::value value(parameters);
-    auto plan = measurements(type, value);
+std::expected<AcPlan, ErrorObject> planAcJob(std::string_view type, const json::object& given) {
+    const auto parameters = withImpedanceDefaults(type, given);
+    std::expected<AcPlan, ErrorObject> plan;
+    try {
+        plan = measurements(type, json::value(parameters));
+    } catch (const std::exception& error) {
+        // The catalogue has converted the parameters already; this guards the I/O thread.
+        return std::unexpected(ErrorObject(ErrorCodeEnum::PARAMETER_FORMAT_INVALID, messages::PARAMETER_FORMAT_INVALID,
+                                           "parameters", error.what()));
+    }
     if (!plan) return plan;
     plan->bias = numberOf(parameters, "bias");
     if (type == "geis_va" || type == "geis_va_table") {
-        const GeisVaParametersGenerate defaults;
         plan->galvanostatic = true;
-        plan->minCurrentAmplitude = parameters.contains("minimum_current_amplitude")
-                                        ? numberOf(parameters, "minimum_current_amplitude")
-                                        : defaults.minimum_current_amplitude;
-        plan->maxCurrentAmplitude = parameters.contains("maximum_current_amplitude")
-                                        ? numberOf(parameters, "maximum_current_amplitude")
-                                        : defaults.maximum_current_amplitude;
+        plan->minCurrentAmplitude = numberOf(parameters, "minimum_current_amplitude");
+        plan->maxCurrentAmplitude = numberOf(parameters, "maximum_current_amplitude");
     }
     if (auto error = checkPlan(*plan)) return std::unexpected(std::move(error));
     return plan;

@@ -235,6 +235,69 @@ TEST(DeviceJobsAc, MultisineRowsShareOneWave) {
     }
 }
 
+TEST(DeviceJobsAc, GeneratedMultisineTakesTheNearestHarmonics) {
+    JobBench bench({.queueCapacity = 2, .cellSpec = "resistor:R=1000"});
+    auto parameters = eisParameters(0.0);
+    auto& range = parameters["frequency_range"].as_object();
+    range["min_frequency"] = 100.0;
+    range["max_frequency"] = 1000.0;
+    range["start_frequency"] = 100.0;
+    range["points_per_decade_upper"] = 10;
+    range["multisine_pre_waves"] = 0;
+    range["multisine_meas_waves"] = 1;
+    range["multisine_decades"] = 1;
+    range["multisine_starting_harmonic"] = 4;
+    parameters["multisine_wave_in_result"] = true;
+    ASSERT_EQ(runToEnd(bench, "eis_multisine", parameters).at("status"), "FINISHED");
+    // One decade at 10 per decade from 100 Hz: one multisine on 25 Hz, the points rounded to
+    // the nearest harmonic of it.
+    std::vector<double> frequencies;
+    for (const auto& row : bench.events("LIVE_DATA_ROW_EIS")) {
+        const auto meta = numbers(row.at("meta").at(0));
+        frequencies.push_back(meta[0]);
+        EXPECT_EQ(meta[3], 0.0);
+        EXPECT_EQ(meta[4], 320.0) << "8 x 40 samples per period of 25 Hz";
+        EXPECT_EQ(row.at("impedances").at(0).at(0), 1000.0);
+    }
+    const std::vector<double> harmonics{4, 5, 6, 8, 10, 13, 16, 20, 25, 32, 40};
+    std::vector<double> expected;
+    for (const double h : harmonics) expected.push_back(25.0 * h);
+    EXPECT_EQ(frequencies, expected);
+}
+
+TEST(DeviceJobsAc, Mux4ChannelsSeeAFractionOfTheCell) {
+    JobBench bench({.queueCapacity = 2, .cellSpec = "resistor:R=1000"});
+    const json::object identity{{"coefficients", json::array{0.0, 1.0}}};
+    const auto channel = [&](std::string_view uri, std::string_view dimension, std::string_view unit) {
+        return json::object{{"uri", uri}, {"dimension", dimension}, {"unit", unit}, {"polynomial", identity}};
+    };
+    const auto impedance = [](std::string_view numerator, std::string_view denominator) {
+        return json::object{{"numerator", numerator}, {"denominator", denominator}, {"impedance_name", ""}};
+    };
+    const std::string u = "MAIN:1:POT:U~MUX:1:MUX_U", i = "MAIN:1:POT:I~MUX:1:MUX_I";
+    const std::string ch2 = "MUX4:1:CH2~MUX4:1:ADC2", ch4 = "MUX4:1:CH4~MUX4:1:ADC4";
+    const json::object settings{
+        {"output_potentiostats", json::array{{{"uri", "MAIN:1:POT"},
+                                              {"potentiostatic_polynomial", identity},
+                                              {"galvanostatic_polynomial", identity}}}},
+        {"channels", json::array{channel(u, "voltage", "V"), channel(i, "current", "A"),
+                                 channel(ch2, "voltage-MUX4-1-CH2", "V"), channel(ch4, "current-MUX4-1-CH4", "A"),
+                                 channel("MAIN:1:POT:I~HP:1:ADC_I", "current", "A")}},
+        {"impedance_configurations", json::array{impedance(u, i), impedance(ch2, i), impedance(u, ch4)}}};
+    ASSERT_EQ(runToEnd(bench, "set_hardware_settings", settings).at("status"), "FINISHED");
+    ASSERT_EQ(runToEnd(bench, "eis", eisParameters(0.2)).at("status"), "FINISHED");
+    const auto header = bench.events("LIVE_DATA_HEADER_EIS").at(0).at("header");
+    EXPECT_EQ(header.at("paths").at(2).at("name"), "voltage-MUX4-1-CH2");
+    EXPECT_EQ(header.at("async_paths").at(0).at("uri"), "MAIN:1:POT:I~HP:1:ADC_I");
+    const auto row = bench.events("LIVE_DATA_ROW_EIS").at(0);
+    EXPECT_EQ(row.at("impedances").at(0).at(0), 1000.0);
+    EXPECT_EQ(row.at("impedances").at(1).at(0), 500.0) << "channel 2 sees half the cell potential";
+    EXPECT_EQ(row.at("impedances").at(2).at(0), 4000.0) << "channel 4 a quarter of its current";
+    EXPECT_DOUBLE_EQ(row.at("paths").at(2).at(0).as_double(), 0.1);
+    EXPECT_DOUBLE_EQ(row.at("async_paths").at(0).at(0).as_double(), 2e-4);
+    EXPECT_EQ(row.at("paths_waves").as_array().size(), 4u);
+}
+
 TEST(DeviceJobsAc, GeisChoosesTheCurrentAmplitudeAndNoiseShowsInTheErrors) {
     JobBench bench({.queueCapacity = 2, .cellSpec = "resistor:R=1000"});
     auto parameters = eisParameters(0.0);
@@ -319,6 +382,11 @@ TEST(DeviceJobsAc, RefusalsBeforeAnythingIsBuilt) {
     expectRefusals(bench, cases);
     // A harmonic of 20 MHz is above the filter ranges of the paths.
     EXPECT_EQ(JobBench::code(bench.check("eis_multisine_table", multisine)), "HARDWARE_CONFIGURATION_ISSUE");
+    // The optional members take the records' defaults.
+    EXPECT_EQ(bench.check("geis_va", eisParameters(0.0)).at("status"), "SUCCESS");
+    auto generated = rangeWith({{"multisine_pre_waves", 1}, {"multisine_meas_waves", 1}, {"multisine_decades", 1},
+                                {"multisine_starting_harmonic", 4}});
+    EXPECT_EQ(bench.check("eis_multisine", generated).at("status"), "SUCCESS");
     EXPECT_EQ(JobBench::code(bench.check("eis", eisParameters(9.995))), "PARAMETER_VALUE_TOO_HIGH")
         << "bias and amplitude leave the output range";
 
