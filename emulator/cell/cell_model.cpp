@@ -1,5 +1,6 @@
 #include "emulator/cell/cell_model.hpp"
 
+#include "emulator/cell/randles_cell.hpp"
 #include "emulator/cell/redox_cell.hpp"
 #include "emulator/cell/simple_cells.hpp"
 
@@ -117,6 +118,35 @@ std::expected<std::unique_ptr<CellModel>, std::string> parseCellSpec(std::string
         }
         return std::make_unique<RcCell>(p);
     }
+    if (kind == "randles" || kind == "cpe") {
+        RandlesCell::Parameters p;
+        p.kind = std::string(kind);
+        if (kind == "cpe") {
+            p.cpeCoefficient = 1e-5;
+            p.cpeExponent = 0.8;
+            p.warburg = 0.0;
+        }
+        auto ok = assign(kind, *pairs,
+                         {{"Rs", &p.seriesResistance},
+                          {"Rct", &p.chargeTransfer},
+                          {"Cdl", &p.capacitance},
+                          {"Q", &p.cpeCoefficient},
+                          {"n", &p.cpeExponent},
+                          {"sigma", &p.warburg},
+                          {"noise", &p.currentNoise},
+                          {"vnoise", &p.potentialNoise}},
+                         &p.seed);
+        if (!ok) return fail(ok.error());
+        if (!(p.seriesResistance >= 0.0) || !(p.chargeTransfer > 0.0) || !(p.capacitance > 0.0) ||
+            !(p.cpeCoefficient >= 0.0) || !(p.cpeExponent > 0.0 && p.cpeExponent <= 1.0) || !(p.warburg >= 0.0) ||
+            std::isinf(p.seriesResistance) || std::isinf(p.capacitance) || std::isinf(p.cpeCoefficient) ||
+            std::isinf(p.warburg) || (p.cpeExponent < 1.0 && !(p.cpeCoefficient > 0.0))) {
+            return fail("cell spec: " + std::string(kind) +
+                        " parameters out of range (Rct, Cdl positive, Rct may be inf; Rs, sigma not negative; "
+                        "0 < n <= 1; Q positive when n < 1)");
+        }
+        return std::make_unique<RandlesCell>(p);
+    }
     if (kind == "redox" || kind.empty()) {
         RedoxCell::Parameters p;
         double diffusion = std::nan("");
@@ -151,7 +181,7 @@ std::expected<std::unique_ptr<CellModel>, std::string> parseCellSpec(std::string
         }
         return std::make_unique<RedoxCell>(p);
     }
-    return fail("cell spec: unknown kind '" + std::string(kind) + "' (expected resistor, rc or redox)");
+    return fail("cell spec: unknown kind '" + std::string(kind) + "' (expected resistor, rc, randles, cpe or redox)");
 }
 
 }  // namespace velmar::emulator

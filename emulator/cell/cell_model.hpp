@@ -1,5 +1,6 @@
 #pragma once
 
+#include <complex>
 #include <cstdint>
 #include <expected>
 #include <memory>
@@ -32,6 +33,21 @@ public:
     virtual double openCircuitPotential() const = 0;
     /// The spec text that rebuilds this model.
     virtual std::string describe() const = 0;
+
+    /// The small-signal impedance (ohm) at angular frequency `omega` (rad/s, positive) about
+    /// the steady state in which `biasPotential` (V) is held; a pure function of the model's
+    /// parameters (the present state is not used). Infinite parts stand for an open cell.
+    virtual std::complex<double> impedance(double omega, double biasPotential) const = 0;
+    /// The current (A) that flows in the steady state in which `potential` (V) is held.
+    virtual double steadyStateCurrent(double potential) const = 0;
+    /// The measurement noise of the model: standard deviations of the current (A) and the
+    /// potential (V), and the seed of its sequence.
+    struct Noise {
+        double current = 0.0;
+        double potential = 0.0;
+        std::uint64_t seed = 1;
+    };
+    virtual Noise noise() const = 0;
 };
 
 /// Additive white Gaussian noise of a fixed standard deviation; reproducible for a seed
@@ -57,12 +73,18 @@ private:
 ///   resistor: R (ohm, default 1000), noise (A), vnoise (V), seed
 ///   rc:       Ru in series with R parallel C: R (ohm, "inf" for none; default 1000),
 ///             C (F, default 1e-6), Ru (ohm, default 0), noise, vnoise, seed
+///   randles:  Rs + Cdl || (Rct + W), W the semi-infinite Warburg element sigma (1 - j) / sqrt(omega):
+///             Rs (ohm, 10), Rct (ohm, 1000, "inf" for none), Cdl (F, 1e-6), sigma (ohm s^-1/2,
+///             0 for none; default 100), Q (F s^(n-1)) and n (0 < n <= 1) to replace Cdl by a
+///             constant-phase element 1 / (Q (j omega)^n), noise, vnoise, seed
+///   cpe:      randles with the constant-phase element: Q (1e-5), n (0.8), sigma (0) by default
 ///   redox:    O + n e- <=> R in solution, planar diffusion, Butler-Volmer kinetics:
 ///             E0 (V, 0.2), n (1), c (bulk O, mol/L, 1e-3), cR (bulk R, mol/L, 0),
 ///             D (both species, m^2/s, 1e-9) or DO / DR, A (m^2, 7e-6), k0 (m/s, 0.01),
 ///             alpha (0.5), Cdl (F/m^2, 0.2), Ru (ohm, 0), T (K, 298.15), noise (A),
 ///             vnoise (V), seed
-/// An empty spec or a bare kind gives the defaults. Fails with a text naming the offending
+/// Every kind offers its small-signal impedance (CellModel::impedance), consistent with its
+/// time-domain response. An empty spec or a bare kind gives the defaults. Fails with a text naming the offending
 /// kind, key or value.
 std::expected<std::unique_ptr<CellModel>, std::string> parseCellSpec(std::string_view spec);
 

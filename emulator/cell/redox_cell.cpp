@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <fmt/format.h>
 
 namespace velmar::emulator {
@@ -255,6 +256,51 @@ double RedoxCell::subStep(double dt, double target, Control control) {
     electrodePotential_ = electrode;
     lastCurrent_ = current;
     return measured;
+}
+
+std::pair<double, double> RedoxCell::steadySurfaceConcentrations(double potential) const {
+    const double o = parameters_.bulkOxidised * LITRE_TO_CUBIC_METRE;
+    const double r = parameters_.bulkReduced * LITRE_TO_CUBIC_METRE;
+    const double so = std::sqrt(parameters_.diffusionOxidised);
+    const double sr = std::sqrt(parameters_.diffusionReduced);
+    // cO / cR = theta (Nernst) and so cO + sr cR = so o + sr r (what one species loses at the
+    // surface the other gains); written so that neither a huge nor a tiny theta overflows.
+    const double x = std::clamp(f_ * (potential - parameters_.formalPotential), -700.0, 700.0);
+    const double conserved = so * o + sr * r;
+    if (x > 0.0) {
+        const double cO = conserved / (sr * std::exp(-x) + so);
+        return {cO, cO * std::exp(-x)};
+    }
+    const double cR = conserved / (sr + so * std::exp(x));
+    return {cR * std::exp(x), cR};
+}
+
+double RedoxCell::chargeTransferResistance(double potential) const {
+    const auto [cO, cR] = steadySurfaceConcentrations(potential);
+    const double alpha = parameters_.transferCoefficient;
+    const double exchange = nFA_ * parameters_.rateConstant * std::pow(cO, 1.0 - alpha) * std::pow(cR, alpha);
+    return exchange > 0.0 ? 1.0 / (f_ * exchange) : std::numeric_limits<double>::infinity();
+}
+
+std::complex<double> RedoxCell::impedance(double omega, double biasPotential) const {
+    const auto [cO, cR] = steadySurfaceConcentrations(biasPotential);
+    const double rct = chargeTransferResistance(biasPotential);
+    std::complex<double> faradaicAdmittance = 0.0;
+    if (std::isfinite(rct) && cO > 0.0 && cR > 0.0) {
+        const double warburg = (1.0 / (std::sqrt(parameters_.diffusionOxidised) * cO) +
+                                1.0 / (std::sqrt(parameters_.diffusionReduced) * cR)) /
+                               (f_ * nFA_);
+        const std::complex<double> faradaic = rct + warburg / std::sqrt(std::complex<double>(0.0, omega));
+        faradaicAdmittance = 1.0 / faradaic;
+    }
+    const std::complex<double> admittance =
+        faradaicAdmittance + std::complex<double>(0.0, omega * parameters_.doubleLayerCapacitance * parameters_.area);
+    if (admittance == 0.0) return {std::numeric_limits<double>::infinity(), 0.0};
+    return parameters_.uncompensatedResistance + 1.0 / admittance;
+}
+
+CellModel::Noise RedoxCell::noise() const {
+    return {parameters_.currentNoise, parameters_.potentialNoise, parameters_.seed};
 }
 
 }  // namespace velmar::emulator

@@ -2,6 +2,7 @@
 
 #include "emulator/cell/cell_model.hpp"
 
+#include <utility>
 #include <vector>
 
 namespace velmar::emulator {
@@ -44,6 +45,19 @@ public:
     double stepGalvanostatic(double t, double current) override;
     double openCircuitPotential() const override;
     std::string describe() const override;
+    /// Linearised about the steady state at the bias: the surface concentrations are those
+    /// of zero net current (Nernstian at the bias, with sqrt(DO) (cO* - cO) = sqrt(DR) (cR -
+    /// cR*)), Rct = RT / (n F i0) with i0 = n F A k0 cO^(1-alpha) cR^alpha of those
+    /// concentrations, the Warburg part (RT / (n F)^2 A) (1 / (sqrt(DO) cO) + 1 / (sqrt(DR)
+    /// cR)) / sqrt(j omega), in parallel with Cdl A, behind Ru.
+    std::complex<double> impedance(double omega, double biasPotential) const override;
+    /// Zero: with semi-infinite diffusion the current of a held potential decays to nothing.
+    double steadyStateCurrent(double) const override { return 0.0; }
+    Noise noise() const override;
+    /// The steady-state surface concentrations (mol/m^3) of oxidised and reduced species at
+    /// `potential`, and the charge-transfer resistance there (ohm; infinite without species).
+    std::pair<double, double> steadySurfaceConcentrations(double potential) const;
+    double chargeTransferResistance(double potential) const;
 
     /// Surface concentrations in mol/m^3 (for tests).
     double surfaceOxidised() const { return oxidised_.front(); }

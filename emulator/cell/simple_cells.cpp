@@ -29,6 +29,14 @@ std::string ResistorCell::describe() const {
                        parameters_.potentialNoise, parameters_.seed);
 }
 
+std::complex<double> ResistorCell::impedance(double, double) const { return parameters_.resistance; }
+
+double ResistorCell::steadyStateCurrent(double potential) const { return potential / parameters_.resistance; }
+
+CellModel::Noise ResistorCell::noise() const {
+    return {parameters_.currentNoise, parameters_.potentialNoise, parameters_.seed};
+}
+
 RcCell::RcCell(const Parameters& parameters)
     : parameters_(parameters),
       currentNoise_(parameters.currentNoise, parameters.seed),
@@ -70,16 +78,18 @@ double RcCell::stepPotentiostatic(double t, double potential) {
     } else if (dt <= 0.0) {
         current = (potential - capacitorVoltage_) / ru;
     } else {
-        // dv/dt = (E/Ru - v (1/Ru + 1/R)) / C, integrated exactly with E held per sub-step.
+        // dv/dt = (E/Ru - v (1/Ru + 1/R)) / C, integrated exactly for E moving linearly over
+        // each sub-step: with the target a + b t (a = E/(Ru g), b its slope), the solution is
+        // a + b (t - tau) + (v0 - a + b tau) exp(-t / tau).
         const double g = 1.0 / ru + 1.0 / r;
         const double tau = c / g;
         const int steps = subSteps(dt, tau);
         const double h = dt / steps;
         const double decay = std::exp(-h / tau);
-        for (int k = 1; k <= steps; ++k) {
-            const double applied = lastInput_ + (potential - lastInput_) * k / steps;
-            const double target = applied / (ru * g);
-            capacitorVoltage_ = target + (capacitorVoltage_ - target) * decay;
+        const double slope = (potential - lastInput_) / dt / (ru * g);
+        for (int k = 0; k < steps; ++k) {
+            const double target = (lastInput_ + (potential - lastInput_) * k / steps) / (ru * g);
+            capacitorVoltage_ = target + slope * (h - tau) + (capacitorVoltage_ - target + slope * tau) * decay;
         }
         current = (potential - capacitorVoltage_) / ru;
     }
@@ -123,5 +133,18 @@ std::string RcCell::describe() const {
                        parameters_.capacitance, parameters_.seriesResistance, parameters_.currentNoise,
                        parameters_.potentialNoise, parameters_.seed);
 }
+
+// Ru + R || C; without R (infinite) Ru + 1 / (j omega C).
+std::complex<double> RcCell::impedance(double omega, double) const {
+    const std::complex<double> admittance(std::isinf(parameters_.resistance) ? 0.0 : 1.0 / parameters_.resistance,
+                                          omega * parameters_.capacitance);
+    return parameters_.seriesResistance + 1.0 / admittance;
+}
+
+double RcCell::steadyStateCurrent(double potential) const {
+    return std::isinf(parameters_.resistance) ? 0.0 : potential / (parameters_.resistance + parameters_.seriesResistance);
+}
+
+CellModel::Noise RcCell::noise() const { return {parameters_.currentNoise, parameters_.potentialNoise, parameters_.seed}; }
 
 }  // namespace velmar::emulator

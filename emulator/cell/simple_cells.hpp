@@ -20,6 +20,9 @@ public:
     double stepGalvanostatic(double t, double current) override;
     double openCircuitPotential() const override { return 0.0; }
     std::string describe() const override;
+    std::complex<double> impedance(double omega, double biasPotential) const override;
+    double steadyStateCurrent(double potential) const override;
+    Noise noise() const override;
 
 private:
     Parameters parameters_;
@@ -46,6 +49,9 @@ public:
     double stepGalvanostatic(double t, double current) override;
     double openCircuitPotential() const override { return capacitorVoltage_; }
     std::string describe() const override;
+    std::complex<double> impedance(double omega, double biasPotential) const override;
+    double steadyStateCurrent(double potential) const override;
+    Noise noise() const override;
 
 private:
     Parameters parameters_;

@@ -249,10 +249,26 @@ ErrorObject checkSpectrum(const json::object& parameters) {
     return {};
 }
 
+/// The optional members of the impedance records, which take the records' defaults when
+/// absent.
+constexpr std::string_view kOptionalImpedanceKeys[] = {"multisine_wave_in_result", "minimum_current_amplitude",
+                                                       "maximum_current_amplitude"};
+
+template <class Record>
+json::object withDefaults(const json::object& parameters) {
+    json::object completed = parameters;
+    const auto defaults = json::value_from(Record{});
+    for (const auto key : kOptionalImpedanceKeys) {
+        if (const auto* value = defaults.as_object().if_contains(key); value != nullptr && !completed.contains(key))
+            completed[key] = *value;
+    }
+    return completed;
+}
+
 /// The record check of an impedance kind, then its spectrum's ranges.
 template <class Record>
 ErrorObject impedanceCheck(const json::object& parameters) {
-    if (auto error = recordCheck<Record>(parameters)) return error;
+    if (auto error = recordCheck<Record>(withDefaults<Record>(parameters))) return error;
     return checkSpectrum(parameters);
 }
 
@@ -445,6 +461,14 @@ const JobKind* findJobKind(std::string_view type) {
 
 std::span<const JobKind> allJobKinds() {
     return kKinds;
+}
+
+json::object withImpedanceDefaults(std::string_view type, const json::object& parameters) {
+    if (type == "eis_multisine") return withDefaults<EisMultisineParametersGenerate>(parameters);
+    if (type == "eis_multisine_table") return withDefaults<EisMultiSineTable>(parameters);
+    if (type == "geis_va") return withDefaults<GeisVaParametersGenerate>(parameters);
+    if (type == "geis_va_table") return withDefaults<GeisVaParametersFrequencyTable>(parameters);
+    return parameters;
 }
 
 double numberOf(const json::object& parameters, std::string_view key) {

@@ -75,6 +75,11 @@ ErrorObject checkParameterKeys(const JobKind& kind, const boost::json::object& p
 /// STOP_CONDITION_MISCONFIGURED.
 ErrorObject checkStopConditions(const JobKind& kind, const boost::json::array& conditions);
 
+/// The parameters of an impedance kind with the optional members that are absent
+/// ("multisine_wave_in_result", the GEIS current amplitudes) set to the records' defaults; other
+/// kinds unchanged.
+boost::json::object withImpedanceDefaults(std::string_view type, const boost::json::object& parameters);
+
 /// A number member as double (integers converted); the caller has checked the kind.
 /// 0 when absent or not a number.
 double numberOf(const boost::json::object& parameters, std::string_view key);

@@ -1,5 +1,8 @@
 #include "emulator/device_jobs/job_queue.hpp"
 
+#include "emulator/ac_jobs/ac_executor.hpp"
+#include "emulator/ac_jobs/ac_messages.hpp"
+#include "emulator/ac_jobs/ac_result.hpp"
 #include "emulator/core/emulator_messages.hpp"
 #include "emulator/core/request_params.hpp"
 #include "emulator/device_jobs/dc_executor.hpp"
@@ -517,6 +520,62 @@ EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
         json::object{{"resource_id", stored->resourceId}, {"number_of_rows", *rows}, {"columns", columns}});
 }
 
+// I/O thread. The new result keeps the old one's header with the new "number_of_rows"; its
+// content is acSyntheticResult's.
+EndpointResult JobQueue::makeAcResult(const RequestContext& context) {
+    constexpr std::uint64_t MAX_POINTS = 10'000'000;
+    constexpr std::uint64_t MAX_SAMPLES = 100'000'000;
+    auto id = requireString(context.request, "job_id");
+    if (!id) return EndpointResult::failure(id.error());
+    auto points = optionalUnsigned(context.request, "points", 0, MAX_POINTS);
+    if (!points) return EndpointResult::failure(points.error());
+    auto samples = optionalUnsigned(context.request, "samples", 0, MAX_SAMPLES);
+    if (!samples) return EndpointResult::failure(samples.error());
+    std::lock_guard lock(mutex_);
+    const auto found = jobs_.find(*id);
+    if (found == jobs_.end()) {
+        return EndpointResult::failure(
+            ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::ID_NOT_FOUND, "job", "job_id", *id));
+    }
+    Job& job = *found->second;
+    const auto noResult = ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, ac_messages::NO_AC_RESULT, job.id);
+    if (!job.isEnded() || job.resultResourceId.empty()) return EndpointResult::failure(noResult);
+    auto old = model_.resources().info(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    if (!old || old->subType != "DATASET_AC") return EndpointResult::failure(noResult);
+    const auto* jobDataHeader = old->header.if_contains("job_data_header");
+    const auto shape = jobDataHeader != nullptr && jobDataHeader->is_object()
+                           ? acSyntheticShape(jobDataHeader->get_object())
+                           : std::nullopt;
+    if (!shape) return EndpointResult::failure(noResult);
+    // Checked before the bytes are allocated (in doubles, which cannot overflow here): the new
+    // result replaces the old one.
+    const double needed = (double(*points) * double(shape->columns) +
+                           double(shape->syncPaths) * double(*points) * double(*samples)) *
+                          sizeof(double);
+    const auto& store = model_.resources();
+    const auto available = store.capacityBytes() - store.usedBytes() + old->size;
+    if (needed > double(available)) {
+        return EndpointResult::failure(
+            ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, needed, available));
+    }
+    auto bytes = acSyntheticResult(jobDataHeader->get_object(), *shape, *points, *samples);
+    auto header = old->header;
+    header["number_of_rows"] = *points;
+    (void)model_.resources().remove(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    auto stored = model_.resources().createJobResult("job " + job.id, "DATASET_AC", job.id, std::move(header),
+                                                     std::move(bytes));
+    if (!stored) {
+        job.resultResourceId.clear();
+        return EndpointResult::failure(stored.error());
+    }
+    job.resultResourceId = stored->resourceId;
+    return EndpointResult::success(json::object{{"resource_id", stored->resourceId},
+                                                {"number_of_rows", *points},
+                                                {"columns", shape->columns},
+                                                {"sync_paths", shape->syncPaths},
+                                                {"size", stored->size}});
+}
+
 EndpointResult JobQueue::list(const RequestContext& context) {
     bool excludeFinished = false;
     if (const auto* exclude = context.request.if_contains("exclude_finished");
@@ -547,6 +606,7 @@ EndpointResult JobQueue::checkParameters(const RequestContext& context) {
 std::shared_ptr<JobQueue> installDeviceJobs(DeviceModel& model, DeviceJobsOptions options) {
     auto queue = std::make_shared<JobQueue>(model, std::move(options));
     registerDcExecutors(queue->executors());
+    registerAcExecutors(queue->executors());
     auto& endpoints = model.endpoints();
     endpoints.add("/job/start", [queue](const RequestContext& c) { return queue->start(c); },
                   NumberCheckEnum::BY_HANDLER);
@@ -556,6 +616,7 @@ std::shared_ptr<JobQueue> installDeviceJobs(DeviceModel& model, DeviceJobsOption
                   [queue](const RequestContext& c) { return queue->checkParameters(c); },
                   NumberCheckEnum::BY_HANDLER);
     endpoints.add("/emulator/make_dc_result", [queue](const RequestContext& c) { return queue->makeDcResult(c); });
+    endpoints.add("/emulator/make_ac_result", [queue](const RequestContext& c) { return queue->makeAcResult(c); });
     std::weak_ptr<JobQueue> weak = queue;
     model.setStopHandler([weak](const StopRequest& request) {
         if (auto self = weak.lock()) self->stop(request);

@@ -77,6 +77,9 @@ public:
     /// "/emulator/make_dc_result": replaces the DC result of an ended job by one of "rows"
     /// deterministic rows (for benchmarks of large downloads).
     EndpointResult makeDcResult(const RequestContext& context);
+    /// "/emulator/make_ac_result": replaces the impedance result of an ended job by a
+    /// synthetic one of "points" rows with waves of "samples" samples per sync path.
+    EndpointResult makeAcResult(const RequestContext& context);
 
 private:
     struct Job;

@@ -33,7 +33,8 @@ options:
   --idle-exit SECONDS    exit after this long without any connection (default: never)
   --seed N               seed of identifiers and emulated data (default: random)
   --time-scale X         factor on emulated measurement durations, > 0 (default 1)
-  --cell SPEC            emulated cell, e.g. resistor:R=1000, rc:R=1000,C=1e-6 or
+  --cell SPEC            emulated cell, e.g. resistor:R=1000, rc:R=1000,C=1e-6,
+                         randles:Rs=10,Rct=100,Cdl=1e-5,sigma=50, cpe:Q=1e-5,n=0.8 or
                          redox:E0=0.2 (default resistor:R=1000)
   --queue-size N         jobs that may wait in the job queue, >= 1 (default 16)
   --max-connections N    TCP connections at a time (default 64)

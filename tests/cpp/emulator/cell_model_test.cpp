@@ -151,6 +151,7 @@ TEST(CellModel, RcStepDecaysWithTheTimeConstant) {
     EXPECT_NEAR(cell->stepPotentiostatic(20 * tau, 1.0), 0.0, 1e-9);
     // Steady state through R parallel C in series with Ru.
     auto divider = parseCellSpec("rc:R=900,C=1e-6,Ru=100").value();
+    divider->stepPotentiostatic(0.0, 1.0);
     EXPECT_NEAR(divider->stepPotentiostatic(1.0, 1.0), 1e-3, 1e-9);
     EXPECT_NEAR(divider->stepGalvanostatic(2.0, 1e-3), 1.0, 1e-6);
 }

@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -133,6 +134,29 @@ public:
 private:
     int counter_ = 0;
 };
+
+/// A job that "/job/check_parameters" refuses, with the code and the first message parameter
+/// (the key or derived quantity refused) of the refusal.
+struct RefusalCase {
+    const char* what;
+    const char* type;
+    boost::json::object parameters;
+    const char* code;
+    const char* parameter;
+};
+
+inline void expectRefusals(JobBench& bench, std::span<const RefusalCase> cases) {
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const auto reply = bench.check(c.type, c.parameters);
+        EXPECT_EQ(JobBench::code(reply), c.code) << boost::json::serialize(reply);
+        if (reply.contains("error")) {
+            const auto& parameters = reply.at("error").at("message_parameters").as_array();
+            ASSERT_FALSE(parameters.empty());
+            EXPECT_EQ(parameters.at(0), boost::json::value(c.parameter));
+        }
+    }
+}
 
 inline const boost::json::object kSwitchOnMain{{"potentiostat", "MAIN:1:POT"},
                                                {"coupling", "POTENTIOSTATIC"},

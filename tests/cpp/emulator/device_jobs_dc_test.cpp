@@ -126,6 +126,7 @@ TEST(DeviceJobsDc, WaveFileReadsItsResource) {
 TEST(DeviceJobsDc, KindsWithoutExecutorFailAtRunTimeAndRegistrationsReplace) {
     JobBench bench;
     const json::object& eis = kEisGenerate;
+    bench.queue->executors().add("eis", {.validate = nullptr, .create = nullptr});
     const auto unemulated = bench.start("eis", eis).at("job_id");
     bench.clock.runUntilIdle();
     EXPECT_EQ(bench.doneOf(unemulated).at("status_detail"), "RUNTIME_ERROR");

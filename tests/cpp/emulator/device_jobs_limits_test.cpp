@@ -13,14 +13,6 @@ namespace {
 
 namespace json = boost::json;
 
-struct Case {
-    const char* what;
-    const char* type;
-    json::object parameters;
-    const char* code;
-    /// The first message parameter: the key or derived quantity refused.
-    const char* parameter;
-};
 
 json::object with(json::object base, std::initializer_list<std::pair<std::string_view, json::value>> changes) {
     for (const auto& [key, value] : changes) base[key] = value;
@@ -66,21 +58,9 @@ json::object eisTable(std::size_t points) {
     return {{"bias", 0.0}, {"frequency_range", {{"type", "table"}, {"spectrum", std::move(spectrum)}}}};
 }
 
-void expectRefusals(JobBench& bench, std::span<const Case> cases) {
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const auto reply = bench.check(c.type, c.parameters);
-        EXPECT_EQ(JobBench::code(reply), c.code);
-        if (reply.contains("error")) {
-            const auto& parameters = reply.at("error").at("message_parameters").as_array();
-            ASSERT_FALSE(parameters.empty());
-            EXPECT_EQ(parameters.at(0), json::value(c.parameter));
-        }
-    }
-}
 
 TEST(DeviceJobsLimits, HugeCountsAreRefusedBeforeAnythingIsBuilt) {
-    const Case cases[] = {
+    const RefusalCase cases[] = {
         {"cycles 5e6", "cv", with(kCv, {{"num_cycles", 5e6}}), "PARAMETER_VALUE_TOO_HIGH", "num_cycles"},
         {"cycles 1e12", "cv", with(kCv, {{"num_cycles", 1e12}}), "PARAMETER_VALUE_TOO_HIGH", "num_cycles"},
         {"cycles 1e300", "ac_cv", with(kAcCv, {{"num_cycles", 1e300}}), "PARAMETER_VALUE_TOO_HIGH", "num_cycles"},
@@ -107,7 +87,7 @@ TEST(DeviceJobsLimits, HugeCountsAreRefusedBeforeAnythingIsBuilt) {
 }
 
 TEST(DeviceJobsLimits, TinyStepsAndLongRunsAreRefusedByWhatTheyWouldCost) {
-    const Case cases[] = {
+    const RefusalCase cases[] = {
         {"staircase step 1e-12", "ramp", with(kRamp, {{"step_height", 1e-12}}), "PARAMETER_VALUE_TOO_LOW",
          "step_height"},
         {"staircase step 1e-300", "cv", with(kCv, {{"step_height", 1e-300}}), "PARAMETER_VALUE_TOO_LOW",
