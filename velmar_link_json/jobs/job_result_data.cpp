@@ -1,8 +1,11 @@
 #include "velmar_link_json/jobs/job_runner.hpp"
 
 #include "json_common/logging/error_messages.hpp"
+#include "json_common/protocol/live_data_eis.hpp"
 #include "json_common/protocol/live_data_header.hpp"
 #include "velmar_link_json/jobs/abstract_measurement_job.hpp"
+#include "velmar_link_json/jobs/ac/eis_dataset.hpp"
+#include "velmar_link_json/jobs/ac/eis_result_destination.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
 #include "velmar_link_json/jobs/dc/dc_dataset.hpp"
 #include "velmar_link_json/jobs/dc/dc_result_destination.hpp"
@@ -20,6 +23,20 @@ namespace json = boost::json;
 namespace {
 
 bool isRunning(JobStatusEnum status) { return status == JobStatusEnum::PENDING || status == JobStatusEnum::RUNNING; }
+
+/// Downloads the resource into the destination; a transport that delivers frames whole hands
+/// the frame over afterwards.
+ErrorObject downloadInto(LinkJsonSession& session, const Resource& resource,
+                         const std::shared_ptr<BinaryDestination>& destination) {
+    std::string payload;
+    if (auto failure = session.retrieveFullResource(resource, destination, payload, 0)) return failure;
+    if (destination->failure) return *destination->failure;
+    if (!destination->filled) {
+        const std::string frame(std::move(payload));
+        destination->storeWhole(frame);
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -50,16 +67,28 @@ std::expected<std::shared_ptr<DataSet>, ErrorObject> getJobResultData(LinkJsonSe
     if (resource == nullptr) {
         return std::unexpected(ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, messages::ID_NOT_FOUND, "job result", "job_id", jobId));
     }
-    if (resource->sub_type != "DATASET_DC") {
+    const bool isDc = resource->sub_type == "DATASET_DC";
+    if (!isDc && resource->sub_type != "DATASET_AC") {
         return std::unexpected(ErrorObject(ErrorCodeEnum::RESOURCE_TYPE_MISMATCH, messages::DATASET_TYPE_MISMATCH));
     }
     const auto* dataHeader = resource->header.if_contains("job_data_header");
     if (dataHeader == nullptr || !dataHeader->is_object()) {
         return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_NOT_OBJECT));
     }
-    auto header = liveDataHeaderFromJson(*dataHeader);
-    if (!header) {
-        return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
+    std::optional<LiveDataHeader> dcHeader;
+    std::optional<LiveDataHeaderEis> eisHeader;
+    if (isDc) {
+        auto header = liveDataHeaderFromJson(*dataHeader);
+        if (!header) {
+            return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
+        }
+        dcHeader = std::move(*header);
+    } else {
+        try {
+            eisHeader = json::value_to<LiveDataHeaderEis>(*dataHeader);
+        } catch (const std::exception&) {
+            return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::RESULT_HEADER_UNPARSABLE));
+        }
     }
     JobInfo info = job.getLastJobInfo();
     if (const auto* jobInfo = resource->header.if_contains("job_info"); jobInfo != nullptr && jobInfo->is_object()) {
@@ -70,9 +99,9 @@ std::expected<std::shared_ptr<DataSet>, ErrorObject> getJobResultData(LinkJsonSe
         }
     }
 
-    // The frame is written straight into the tracks, which are sized from the frame's stated
-    // length, never from the announced row count alone; the destination owns them until the
-    // transport has finished writing.
+    // The frame is written straight into the tracks (and the waves), which are sized from the
+    // frame's stated length, never from the announced row count alone; the destination owns
+    // them until the transport has finished writing.
     std::optional<std::uint64_t> announcedRows;
     if (const auto* rows = resource->header.if_contains("number_of_rows")) {
         auto converted = json::try_value_to<std::uint64_t>(*rows);
@@ -81,20 +110,19 @@ std::expected<std::shared_ptr<DataSet>, ErrorObject> getJobResultData(LinkJsonSe
         }
         announcedRows = *converted;
     }
-    auto destination = std::make_shared<DcResultDestination>(header->columns.size(), announcedRows);
-    std::string payload;
-    if (auto failure = session.retrieveFullResource(*resource, destination, payload, 0)) {
-        return std::unexpected(std::move(failure));
+    if (isDc) {
+        auto destination = std::make_shared<DcResultDestination>(dcHeader->columns.size(), announcedRows);
+        if (auto failure = downloadInto(session, *resource, destination)) return std::unexpected(std::move(failure));
+        auto dataset = destination->takeDataset(std::move(*dcHeader), std::move(info));
+        if (!dataset) return std::unexpected(std::move(dataset).error());
+        return std::make_shared<DcDataset>(std::move(*dataset));
     }
-    if (destination->failure) return std::unexpected(*destination->failure);
-    if (!destination->filled) {
-        // A transport without destinations delivered the frame whole.
-        const std::string frame(std::move(payload));
-        destination->storeWhole(frame);
-    }
-    auto dataset = destination->takeDataset(std::move(*header), std::move(info));
+    auto destination = std::make_shared<EisResultDestination>(*eisHeader, announcedRows);
+    if (auto failure = downloadInto(session, *resource, destination)) return std::unexpected(std::move(failure));
+    auto dataset = destination->takeDataset(std::move(*eisHeader), std::move(info),
+                                            static_cast<int>(session.getDeviceProtocolVersion()));
     if (!dataset) return std::unexpected(std::move(dataset).error());
-    return std::make_shared<DcDataset>(std::move(*dataset));
+    return std::make_shared<EisDataset>(std::move(*dataset));
 }
 
 }  // namespace velmar

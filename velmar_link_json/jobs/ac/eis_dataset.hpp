@@ -8,6 +8,7 @@
 
 #include <boost/json/fwd.hpp>
 
+#include <array>
 #include <complex>
 #include <cstddef>
 #include <cstdint>
@@ -270,9 +271,24 @@ public:
     /// Recomputes the cached column positions and rebuilds the helper objects.
     void rebuildHelperObjects();
 
+    /// The dimensions whose positions are cached in each impedance, sync path and
+    /// potentiostat group, in the order of the cached positions.
+    static constexpr std::array<std::string_view, 6> IMPEDANCE_DIMENSIONS{
+        "|impedance|", "phase", "impedance error", "phase error", "impedance drift", "phase drift"};
+    static constexpr std::array<std::string_view, 5> PATH_DIMENSIONS{"dc", "gain", "filter", "thd", "drift"};
+    static constexpr std::array<std::string_view, 4> POTENTIOSTAT_DIMENSIONS{"dc", "shunt", "bandwith", "filter"};
+
 private:
     void cacheColumnPositions();
     void createHelperObjects();
+    /// Adds a "wave_id" meta column when there is none, holding the ids that rows have without
+    /// it (row r refers to wave r, rows beyond the waves to none, -1). Returns its position.
+    std::size_t ensureWaveIdColumn();
+    /// The number of waves of the sync path holding the most.
+    std::size_t maxWaveCount() const;
+    /// Appends the other's "wave_id" values (or the ids its rows have without the column),
+    /// those that refer to a wave increased by `waveOffset`.
+    static void appendShiftedWaveIds(Track& ids, const EisDataset& source, std::size_t waveOffset);
 
     LiveDataHeaderEis header_;
     GroupTracks meta_;
@@ -290,6 +306,11 @@ private:
         std::size_t waveId = NOT_FOUND;
         std::size_t waveSize = NOT_FOUND;
     } metaPositions_;
+    /// Cached positions of IMPEDANCE_DIMENSIONS, PATH_DIMENSIONS and POTENTIOSTAT_DIMENSIONS
+    /// per group element.
+    std::vector<std::array<std::size_t, IMPEDANCE_DIMENSIONS.size()>> impedancePositions_;
+    std::vector<std::array<std::size_t, PATH_DIMENSIONS.size()>> pathPositions_;
+    std::vector<std::array<std::size_t, POTENTIOSTAT_DIMENSIONS.size()>> potentiostatPositions_;
 
     std::map<ImpedanceKey, ImpedanceData> impedanceData_;
     std::map<std::string, PathData, std::less<>> pathData_;
@@ -315,6 +336,14 @@ std::expected<EisBinaryForm, ErrorObject> eisDatasetToBinary(const EisDataset& d
 std::expected<EisDataset, ErrorObject> eisDatasetFromBinary(std::string_view data, LiveDataHeaderEis&& header,
                                                             std::uint64_t rowCount, JobInfo&& jobInfo,
                                                             int protocolVersion);
+
+/// Builds a dataset from its columns in the order of the binary table (header.allColumns())
+/// and the waves read per row (one list per sync path, wave r belonging to row r; empty for
+/// a row without wave). Rows with a wave get "wave_id" r (the column is added when missing),
+/// rows without keep a negative id or get -1; then identical waves are merged (dedupWaves).
+/// Missing columns are added empty, surplus ones dropped.
+EisDataset eisDatasetFromColumns(LiveDataHeaderEis&& header, std::vector<EisDataset::Track>&& columns,
+                                 std::vector<EisDataset::Waves>&& rowWaves, JobInfo&& jobInfo);
 
 /// From an array of recorded events ("LIVE_DATA_HEADER_EIS", "LIVE_DATA_ROW_EIS",
 /// "LIVE_DATA_FINISHED"); `header` and `jobInfo` are used when the array carries none.

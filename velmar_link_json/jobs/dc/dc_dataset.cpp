@@ -3,6 +3,8 @@
 #include "json_common/base64.hpp"
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/velmar_link_exception.hpp"
+#include "velmar_link_json/jobs/common/binary64.hpp"
+#include "velmar_link_json/jobs/common/recorded_events.hpp"
 #include "velmar_link_json/jobs/dc/dc_messages.hpp"
 
 #include <boost/json.hpp>
@@ -25,32 +27,6 @@ namespace json = boost::json;
 namespace {
 
 constexpr double QUIET_NAN = std::numeric_limits<double>::quiet_NaN();
-
-/// Copies `count` little-endian binary64 values from `bytes` to `out`.
-void copyLittleEndian(double* out, const char* bytes, std::size_t count) {
-    if (count == 0) return;
-    if constexpr (std::endian::native == std::endian::little) {
-        std::memcpy(out, bytes, count * sizeof(double));
-    } else {
-        for (std::size_t i = 0; i < count; ++i) {
-            std::uint64_t raw = 0;
-            std::memcpy(&raw, bytes + i * sizeof(double), sizeof(raw));
-            out[i] = std::bit_cast<double>(std::byteswap(raw));
-        }
-    }
-}
-
-void appendLittleEndian(std::string& out, const std::vector<double>& values) {
-    if (values.empty()) return;
-    if constexpr (std::endian::native == std::endian::little) {
-        out.append(reinterpret_cast<const char*>(values.data()), values.size() * sizeof(double));
-    } else {
-        for (const double value : values) {
-            const auto raw = std::byteswap(std::bit_cast<std::uint64_t>(value));
-            out.append(reinterpret_cast<const char*>(&raw), sizeof(raw));
-        }
-    }
-}
 
 }  // namespace
 
@@ -212,7 +188,7 @@ std::expected<std::string, ErrorObject> dcDatasetToBinary(const DcDataset& datas
     }
     std::string out;
     out.reserve(tracks.size() * rows * sizeof(double));
-    for (const auto& track : tracks) appendLittleEndian(out, track);
+    for (const auto& track : tracks) appendLittleEndian(out, track.data(), track.size());
     return out;
 }
 
@@ -285,13 +261,6 @@ ErrorObject appendRows(DcDataset& dataset, const json::value& data) {
     return {};
 }
 
-std::string_view eventTypeOf(const json::value& element) {
-    boost::system::error_code ec;
-    const auto* type = element.find_pointer("/event/type", ec);
-    if (type == nullptr || !type->is_string()) return {};
-    return type->get_string();
-}
-
 }  // namespace
 
 std::expected<DcDataset, ErrorObject> dcDatasetFromJson(const json::value& events) {
@@ -304,7 +273,7 @@ std::expected<DcDataset, ErrorObject> dcDatasetFromJson(const json::value& event
     JobInfo jobInfo;
     bool haveJobInfo = false;
     for (const auto& element : *array) {
-        const std::string_view type = eventTypeOf(element);
+        const std::string_view type = recordedEventType(element);
         boost::system::error_code ec;
         if (type == "LIVE_DATA_HEADER") {
             const auto* header = element.find_pointer("/event/header", ec);

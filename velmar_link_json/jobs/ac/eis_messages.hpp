@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string_view>
+
+// Message formats of the impedance dataset errors. They are part of the contract with scripts
+// and are kept letter for letter.
+namespace velmar::messages {
+
+// Checks of the binary writer, in the order they are made.
+inline constexpr std::string_view EIS_META_COLUMN_LENGTH =
+    "EIS meta column '{0}' has {1} values but the dataset has {2} rows";
+inline constexpr std::string_view EIS_WAVE_SIZE_MISMATCH =
+    "wave {0} of sync path {1} has {2} samples but wave_size declares {3}";
+inline constexpr std::string_view EIS_WAVE_COUNT_MISMATCH =
+    "sync path {0} holds {1} waves but the meta columns declare {2}";
+/// A column of an impedance, path or potentiostat group that is not as long as the meta columns.
+inline constexpr std::string_view EIS_GROUP_COLUMN_LENGTH =
+    "EIS {0} {1} column '{2}' has {3} values but the dataset has {4} rows";
+
+// Reading the binary form.
+inline constexpr std::string_view EIS_BINARY_TOO_SHORT =
+    "EIS binary data of {0} bytes is shorter than {1} rows of {2} columns";
+inline constexpr std::string_view EIS_WAVE_SIZE_INVALID = "wave_size of row {0} is not a sample count: {1}";
+inline constexpr std::string_view EIS_WAVE_SIZE_BEYOND_DATA =
+    "wave_size of row {0} declares {1} samples for sync path {2} but only {3} values remain";
+
+// Building from recorded events.
+inline constexpr std::string_view EIS_EVENTS_NOT_ARRAY = "AC job result must be an array of events";
+inline constexpr std::string_view EIS_EVENT_MEMBER_MISSING = "live data event without '{0}'";
+inline constexpr std::string_view EIS_TABLE_MISMATCH = "the AC data table does not match the declared {0}";
+
+// Joining results (standard error).
+inline constexpr std::string_view EIS_APPEND_SHAPE =
+    "cannot append: the data does not have the shape its header describes";
+inline constexpr std::string_view EIS_APPEND_HEADER_MISMATCH = "header mismatch";
+
+}  // namespace velmar::messages
