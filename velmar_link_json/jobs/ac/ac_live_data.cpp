@@ -3,7 +3,7 @@
 #include "json_common/logging/error_messages.hpp"
 #include "json_common/logging/exception_text.hpp"
 #include "velmar_link_json/jobs/abstract_measurement_job.hpp"
-#include "velmar_link_json/jobs/ac/ac_live_data_messages.hpp"
+#include "velmar_link_json/jobs/ac/eis_messages.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 
 #include <boost/json.hpp>

@@ -51,7 +51,7 @@ std::expected<EisDataset, ErrorObject> eisDatasetFromJsonArray(const json::array
                 return std::unexpected(malformed(error.what()));
             }
             if (const auto why = checkRowAgainstHeader(row, dataset.getHeader()); !why.empty()) {
-                return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::EIS_TABLE_MISMATCH, why));
+                return std::unexpected(ErrorObject(ErrorCodeEnum::JSON_MALFORMED, messages::AC_DATA_TABLE_MISMATCH, why));
             }
             dataset.appendDataRow(row);
         } else if (type == "LIVE_DATA_FINISHED") {

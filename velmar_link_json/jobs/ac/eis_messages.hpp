@@ -2,9 +2,17 @@
 
 #include <string_view>
 
-// Message formats of the impedance dataset errors. They are part of the contract with scripts
+// Message formats of the impedance live-data and dataset errors. They are part of the contract with scripts
 // and are kept letter for letter.
 namespace velmar::messages {
+
+/// {0}: what did not fit, e.g. "impedances: 2 lists for 1 declared".
+inline constexpr std::string_view AC_DATA_TABLE_MISMATCH = "the AC data table does not match the declared {0}";
+/// The beginning of the texts that the impedance record readers throw.
+inline constexpr std::string_view AC_DATA_TABLE_MISMATCH_PREFIX = "the AC data table does not match the declared ";
+/// Parameters of AC_DATA_TABLE_MISMATCH for live data that arrives before any header.
+inline constexpr std::string_view AC_ROW_BEFORE_HEADER = "header: none received before this row";
+inline constexpr std::string_view AC_WAVES_BEFORE_HEADER = "header: none received before this wave fragment";
 
 // Checks of the binary writer, in the order they are made.
 inline constexpr std::string_view EIS_META_COLUMN_LENGTH =
@@ -27,7 +35,6 @@ inline constexpr std::string_view EIS_WAVE_SIZE_BEYOND_DATA =
 // Building from recorded events.
 inline constexpr std::string_view EIS_EVENTS_NOT_ARRAY = "AC job result must be an array of events";
 inline constexpr std::string_view EIS_EVENT_MEMBER_MISSING = "live data event without '{0}'";
-inline constexpr std::string_view EIS_TABLE_MISMATCH = "the AC data table does not match the declared {0}";
 
 // Joining results (standard error).
 inline constexpr std::string_view EIS_APPEND_SHAPE =
