@@ -193,6 +193,25 @@ TEST(EisDatasetWaves, DedupOfManyRowsSharingFewWaves) {
     }
 }
 
+TEST(EisDatasetWaves, DedupTellsApartLongWavesThatDifferOnlyBetweenSampledPositions) {
+    // Only a few samples of a long wave go into its cheap signature; waves that agree there
+    // must still be compared whole.
+    std::vector<double> base(1000);
+    for (std::size_t i = 0; i < base.size(); ++i) base[i] = std::sin(0.01 * static_cast<double>(i));
+    auto other = base;
+    other[1] += 1e-12;
+    auto dataset = eisDatasetOf({});
+    dataset.appendDataRow(eisRow(0, 0, base));
+    dataset.appendDataRow(eisRow(1, 1, other));
+    dataset.appendDataRow(eisRow(2, 2, base));
+    dataset.appendDataRow(eisRow(3, 3, other));
+    dataset.appendDataRow(eisRow(4, 4, base));
+    dataset.dedupWaves();
+    EXPECT_EQ(dataset.getPathWaves(0).size(), 2u);
+    EXPECT_EQ(dataset.getWaveIds(), (std::vector<double>{0, 1, 0, 1, 0}));
+    EXPECT_EQ(dataset.getWaveForRow(0, 3), other);
+}
+
 TEST(EisDatasetShape, AShortRowLeavesTheDatasetInconsistent) {
     auto dataset = eisDatasetOf({eisRow(0, 0, {})});
     auto row = eisRow(1, -1, {});

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <iostream>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace velmar {
 
@@ -113,6 +114,23 @@ std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
     hash ^= value + 0x9E3779B97F4A7C15ULL + (hash << 6) + (hash >> 2);
     hash ^= hash >> 31;
     hash *= 0xBF58476D1CE4E5B9ULL;
+    return hash;
+}
+
+/// The hash of a wave's samples (their bit patterns). Four independent lanes over interleaved
+/// samples, so that the multiplications of one lane overlap those of the others: the hash then
+/// runs at about the speed of memory instead of one multiplication latency per sample.
+std::uint64_t hashSamples(std::uint64_t seed, const std::vector<double>& wave) {
+    constexpr std::uint64_t K = 0x9FB21C651E98DF25ULL;
+    std::uint64_t lanes[4] = {seed, seed ^ 0x2545F4914F6CDD1DULL, seed + K, ~seed};
+    const std::size_t n = wave.size();
+    std::size_t i = 0;
+    for (; i + 4 <= n; i += 4) {
+        for (std::size_t l = 0; l < 4; ++l) lanes[l] = std::rotl((lanes[l] ^ bitsOf(wave[i + l])) * K, 29);
+    }
+    std::uint64_t hash = mix(seed, n);
+    for (; i < n; ++i) hash = mix(hash, bitsOf(wave[i]));
+    for (const std::uint64_t lane : lanes) hash = mix(hash, lane);
     return hash;
 }
 
@@ -653,13 +671,24 @@ void EisDataset::dedupWaves() {
     auto waveOf = [this](std::size_t p, std::size_t id) -> const Track& {
         return id < pathWaves_[p].size() ? pathWaves_[p][id] : emptyTrack();
     };
-    auto hashOf = [&](std::size_t id) {
+    // Two hashes: a signature of the lengths and a few evenly spaced samples, cheap whatever the
+    // waves' length, and the hash of every sample. Waves whose signatures differ differ; only
+    // waves that share a signature with a kept wave are hashed whole (each wave at most once),
+    // and only waves with equal hashes are compared sample by sample.
+    auto signatureOf = [&](std::size_t id) {
+        constexpr std::size_t PROBES = 16;
         std::uint64_t hash = 0x84222325CBF29CE4ULL;
         for (std::size_t p = 0; p < pathWaves_.size(); ++p) {
             const Track& wave = waveOf(p, id);
             hash = mix(hash, wave.size());
-            for (const double sample : wave) hash = mix(hash, bitsOf(sample));
+            if (wave.empty()) continue;
+            for (std::size_t k = 0; k < PROBES; ++k) hash = mix(hash, bitsOf(wave[k * (wave.size() - 1) / (PROBES - 1)]));
         }
+        return hash;
+    };
+    auto hashOf = [&](std::size_t id) {
+        std::uint64_t hash = 0x84222325CBF29CE4ULL;
+        for (std::size_t p = 0; p < pathWaves_.size(); ++p) hash = hashSamples(hash, waveOf(p, id));
         return hash;
     };
     auto equal = [&](std::size_t a, std::size_t b) {
@@ -674,8 +703,11 @@ void EisDataset::dedupWaves() {
     constexpr std::size_t UNSEEN = NOT_FOUND;
     std::vector<std::size_t> newId(waveCount, UNSEEN);
     std::vector<std::size_t> kept;
+    // Kept waves (their index in `kept`) by signature and, once their signature is shared, by hash.
+    std::unordered_multimap<std::uint64_t, std::size_t> bySignature;
     std::unordered_multimap<std::uint64_t, std::size_t> byHash;
-    byHash.reserve(std::min(waveCount, rows));
+    std::unordered_set<std::uint64_t> sharedSignatures;
+    bySignature.reserve(std::min(waveCount, rows));
     std::vector<double> rowIds(rows);
     bool identity = true;
     for (std::size_t r = 0; r < rows; ++r) {
@@ -688,17 +720,28 @@ void EisDataset::dedupWaves() {
         }
         const auto old = static_cast<std::size_t>(id);
         if (newId[old] == UNSEEN) {
-            const std::uint64_t hash = hashOf(old);
-            const auto [first, last] = byHash.equal_range(hash);
-            for (auto it = first; it != last; ++it) {
-                if (equal(kept[it->second], old)) {
-                    newId[old] = it->second;
-                    break;
+            const std::uint64_t signature = signatureOf(old);
+            const bool shared = sharedSignatures.contains(signature) || bySignature.contains(signature);
+            std::uint64_t hash = 0;
+            if (shared) {
+                if (sharedSignatures.insert(signature).second) {
+                    // The first wave to share this signature: hash the kept ones that have it.
+                    const auto [first, last] = bySignature.equal_range(signature);
+                    for (auto it = first; it != last; ++it) byHash.emplace(hashOf(kept[it->second]), it->second);
+                }
+                hash = hashOf(old);
+                const auto [first, last] = byHash.equal_range(hash);
+                for (auto it = first; it != last; ++it) {
+                    if (equal(kept[it->second], old)) {
+                        newId[old] = it->second;
+                        break;
+                    }
                 }
             }
             if (newId[old] == UNSEEN) {
                 newId[old] = kept.size();
-                byHash.emplace(hash, kept.size());
+                bySignature.emplace(signature, kept.size());
+                if (shared) byHash.emplace(hash, kept.size());
                 kept.push_back(old);
             }
         }
