@@ -298,6 +298,9 @@ void bindDatasetMethods(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
             R"(The impedance of that numerator and denominator path (dimension names or uris), or EisDataset.INVALID_IMPEDANCE_DATA.)",
             "numerator"_a, "denominator"_a, REF)
         .def(
+            "get_impedance_data", [](const Eis& self) -> const Eis::ImpedanceData& { return self.getImpedanceData(); },
+            R"(The first impedance (in key order), or EisDataset.INVALID_IMPEDANCE_DATA when there is none.)", REF)
+        .def(
             "get_impedance_data_by_name",
             [](const Eis& self, const std::string& name) -> const Eis::ImpedanceData& {
                 return self.getImpedanceDataByName(name);
@@ -347,6 +350,8 @@ void bindDatasetExtras(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
         .def("get_job_type", &Eis::getJobType, R"(The job type ("EIS Combined" after joining other kinds).)")
         .def("get_job_type_short", &Eis::getJobTypeShort, R"(The short job type.)")
         .def("has_consistent_shape", &Eis::hasConsistentShape, R"(True when every track has the row count.)")
+        .def("dedup_waves", &Eis::dedupWaves,
+             R"(Merges identical waves of each sync path (exact equality of every sample) and renumbers the wave ids. Downloads and imports already do it; helper objects are invalid afterwards.)")
         .def(
             "get_included_datasets",
             [](const Eis& self) {
