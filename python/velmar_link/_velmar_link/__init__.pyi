@@ -2185,6 +2185,10 @@ class EisDataset(DataSet):
         AFTER THAT OPERATION ALL HELPER OBJECTS ARE INVALID (ImpedanceData, PathData, PotentiostatData
         and numpy views taken before).
         """
+    def dedup_waves(self) -> None:
+        """
+        Merges identical waves of each sync path (exact equality of every sample) and renumbers the wave ids. Downloads and imports already do it; helper objects are invalid afterwards.
+        """
     def get_frequencies(self) -> list[float]:
         """
         The "frequency" meta track (Hz) as a list.
@@ -2212,6 +2216,11 @@ class EisDataset(DataSet):
     def get_impedance_data(self, numerator: str, denominator: str) -> EisDataset.ImpedanceData:
         """
         The impedance of that numerator and denominator path (dimension names or uris), or EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+    @typing.overload
+    def get_impedance_data(self) -> EisDataset.ImpedanceData:
+        """
+        The first impedance (in key order), or EisDataset.INVALID_IMPEDANCE_DATA when there is none.
         """
     def get_impedance_data_by_name(self, impedance_name: str) -> EisDataset.ImpedanceData:
         """
