@@ -179,7 +179,7 @@ ErrorObject LinkJsonSession::connect() {
                 // ends the thread while the connection lives.
                 for (;;) {
                     try {
-                        d.runIoThread(connection.context);
+                        connection.context.run();
                         break;
                     } catch (const std::exception& error) {
                         std::cerr << "velmar_link: exception in I/O thread: " << exceptionText(error) << '\n';
@@ -214,29 +214,6 @@ void LinkJsonSession::disconnect() {
     cancelAllPendingOperations(CancellationReason::CONNECTION_LOSS);
     if (d.status.exchange(VelmarLinkConnectionStatusEnum::DISCONNECTED) == VelmarLinkConnectionStatusEnum::CONNECTED) {
         d.notifyStatus(VelmarLinkConnectionStatusEnum::DISCONNECTED);
-    }
-}
-
-// While a blocking caller awaits its reply, the thread polls the context for up to a window
-// before it sleeps, as long as polling catches replies (ReplyPollPolicy). Everything still runs
-// here; only the way this thread waits for the next handler changes.
-void LinkJsonSession::Impl::runIoThread(net::io_context& context) {
-    while (!context.stopped()) {
-        if (awaitedReplies.load(std::memory_order_acquire) > 0 && replyPoll.shouldPoll()) {
-            const auto until = Clock::now() + ReplyPollPolicy::WINDOW;
-            bool caught = false;
-            while (!context.stopped()) {
-                const bool ran = context.poll() > 0;
-                if (awaitedReplies.load(std::memory_order_acquire) == 0) {
-                    caught = true;
-                    break;
-                }
-                if (!ran && Clock::now() >= until) break;
-            }
-            replyPoll.record(caught);
-            continue;
-        }
-        context.run_one();
     }
 }
 
@@ -421,22 +398,17 @@ json::object LinkJsonSession::sendRequest(json::object request, int timeoutMs) {
     };
     auto rendezvous = std::make_shared<Rendezvous>();
     const auto deadline = d.deadlineAfter(timeoutMs);
-    // Counted until the handler runs (it runs once) or this thread gives the request up; the
-    // I/O thread polls for the reply while the count is above zero.
-    d.awaitedReplies.fetch_add(1, std::memory_order_acq_rel);
     // No deadline in the table: this thread enforces it, whatever the I/O thread is doing.
     d.startRequest(
         requestId, request,
-        [rendezvous, &awaited = d.awaitedReplies](json::object&& reply) {
+        [rendezvous](json::object&& reply) {
             rendezvous->reply = std::move(reply);
-            awaited.fetch_sub(1, std::memory_order_acq_rel);
             rendezvous->signal.set();
         },
         std::nullopt);
     if (!d.waitFor(rendezvous->signal, deadline)) {
         // An entry that is gone has had its handler called (or is having it called right now).
         if (d.takePendingRequest(requestId)) {
-            d.awaitedReplies.fetch_sub(1, std::memory_order_acq_rel);
             return sessionmsg::failureReply(requestId, ErrorFactory::makeError<ErrorCode::OPERATION_TIMED_OUT>());
         }
         rendezvous->signal.waitUntil(Impl::TimePoint::max());

@@ -90,9 +90,6 @@ struct LinkJsonSession::Impl {
     int resolveTimeout(int timeoutMs) const;
 
     // ---- connection ----
-    /// The I/O thread's loop: runs the connection's context until it stops, polling for a
-    /// short while before it sleeps when a blocking caller awaits a reply (ReplyPollPolicy).
-    void runIoThread(boost::asio::io_context& context);
     // Owner thread.
     void teardown();
     // I/O thread.
@@ -155,10 +152,6 @@ struct LinkJsonSession::Impl {
     std::atomic<std::int64_t> connectionTimeoutMs{DEFAULT_CONNECTION_TIMEOUT.count()};
     std::atomic<std::int64_t> downloadTimeoutMs{DEFAULT_DOWNLOAD_TIMEOUT.count()};
     std::atomic<std::size_t> maxMessageSize{DEFAULT_MAX_MESSAGE_SIZE};
-    /// Blocking requests whose reply has not arrived (nor been given up). Any thread.
-    std::atomic<int> awaitedReplies{0};
-    /// I/O thread only.
-    ReplyPollPolicy replyPoll;
 
     std::mutex statusMutex;
     std::shared_ptr<StatusCallback> statusCallback;
