@@ -3,10 +3,13 @@
 
 Compares VelmarLink with a plain Python client written with the ``websockets`` package (sync
 client) doing the same request/reply, in one run: requests per second, median and p99
-latency. The measurement is made twice, once with the client and the emulator pinned to the
-same core and once pinned to different cores (when the machine has at least two).
+latency. The measurement is made in three placements: client and emulator pinned to the same
+core, pinned to different cores (when the machine has at least two), and unpinned. In each
+placement the two clients take turns in rounds (both connected throughout), so that a change
+of load on a shared machine falls on both alike; requests per second is the median of the
+rounds, the latencies are those of all rounds together.
 
-    python3 bench/link_roundtrip.py [--requests 20000] [--emulator PATH]
+    python3 bench/link_roundtrip.py [--requests 20000] [--rounds 4] [--emulator PATH]
 
 The velmar_link package must be importable (installed, or PYTHONPATH pointing to a build's
 python_package directory).
@@ -51,20 +54,21 @@ def pin_process(pid: int, cpus: set[int]) -> None:
             pass
 
 
-def measure(call: Callable[[], object], requests: int) -> dict[str, float]:
-    for _ in range(min(1000, requests // 10)):
-        call()
-    samples = []
+def measure_round(call: Callable[[], object], requests: int, samples: list[int]) -> float:
+    """Requests per second of one round; appends each latency (ns) to `samples`."""
     clock = time.perf_counter_ns
     started = clock()
     for _ in range(requests):
         t0 = clock()
         call()
         samples.append(clock() - t0)
-    total = (clock() - started) / 1e9
+    return requests / ((clock() - started) / 1e9)
+
+
+def summary(rates: list[float], samples: list[int]) -> dict[str, float]:
     samples.sort()
     return {
-        "rps": requests / total,
+        "rps": statistics.median(rates),
         "median_us": statistics.median(samples) / 1e3,
         "p99_us": samples[int(len(samples) * 0.99) - 1] / 1e3,
     }
@@ -108,18 +112,28 @@ def websockets_client(emulator: Emulator):
     return call, ws.close
 
 
-def run(emulator: Emulator, requests: int, client_cpus: set[int] | None, emulator_cpus: set[int] | None):
+def run(emulator: Emulator, requests: int, rounds: int, client_cpus: set[int] | None,
+        emulator_cpus: set[int] | None):
     if client_cpus is not None:
         os.sched_setaffinity(0, client_cpus)  # before connecting: the I/O thread inherits it
         pin_process(emulator.pid, emulator_cpus)
-    results = {}
-    for name, factory in (("velmar_link", velmar_client), ("websockets", websockets_client)):
-        call, close = factory(emulator)
-        try:
-            results[name] = measure(call, requests)
-        finally:
+    clients = {}
+    try:
+        for name, factory in (("velmar_link", velmar_client), ("websockets", websockets_client)):
+            clients[name] = factory(emulator)
+        for call, _ in clients.values():
+            for _ in range(min(1000, requests // 10)):
+                call()
+        rates: dict[str, list[float]] = {name: [] for name in clients}
+        samples: dict[str, list[int]] = {name: [] for name in clients}
+        per_round = max(1, requests // rounds)
+        for _ in range(rounds):
+            for name, (call, _) in clients.items():
+                rates[name].append(measure_round(call, per_round, samples[name]))
+        return {name: summary(rates[name], samples[name]) for name in clients}
+    finally:
+        for _, close in clients.values():
             close()
-    return results
 
 
 def report(title: str, results: dict[str, dict[str, float]]) -> None:
@@ -138,7 +152,8 @@ def report(title: str, results: dict[str, dict[str, float]]) -> None:
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--requests", type=int, default=20000)
+    parser.add_argument("--requests", type=int, default=20000, help="per client and placement")
+    parser.add_argument("--rounds", type=int, default=4, help="turns of each client per placement")
     parser.add_argument("--emulator", help="path of velmar-emulator")
     args = parser.parse_args()
 
@@ -147,16 +162,16 @@ def main() -> None:
     original = set(cpus)
     with Emulator(binary=find_emulator(args.emulator)) as emulator:
         report(f"client and emulator on the same core (CPU {cpus[0]})",
-               run(emulator, args.requests, {cpus[0]}, {cpus[0]}))
+               run(emulator, args.requests, args.rounds, {cpus[0]}, {cpus[0]}))
         if len(cpus) >= 2:
             report(f"client on CPU {cpus[0]}, emulator on CPU {cpus[1]} (different cores)",
-                   run(emulator, args.requests, {cpus[0]}, {cpus[1]}))
+                   run(emulator, args.requests, args.rounds, {cpus[0]}, {cpus[1]}))
         else:
             print("\nonly one usable CPU: the different-cores measurement is skipped")
         os.sched_setaffinity(0, original)
         pin_process(emulator.pid, original)
         report(f"unpinned (client and emulator may share or move between CPUs {cpus})",
-               run(emulator, args.requests, None, None))
+               run(emulator, args.requests, args.rounds, None, None))
 
 
 if __name__ == "__main__":

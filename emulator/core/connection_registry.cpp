@@ -55,4 +55,9 @@ std::size_t ConnectionRegistry::size() const {
     return records_.size();
 }
 
+void IncomingBudget::Share::hold(std::size_t bytes) {
+    budget_->held_ = budget_->held_ - held_ + bytes;
+    held_ = bytes;
+}
+
 }  // namespace velmar::emulator

@@ -53,4 +53,43 @@ private:
     std::vector<ConnectionRecord> records_;
 };
 
+/// The bytes of unfinished incoming messages that all connections hold together, bounded by
+/// one limit. Each connection owns a Share. Before it reads the next part of a message it asks
+/// whether the part fits beside everything held (its own bytes included); after the read it
+/// records what it holds now; a finished message or an ended connection holds nothing.
+/// Whether a part fits depends only on the bytes held at that moment, never on which
+/// connection asks. Not synchronised: the server's I/O thread only.
+class IncomingBudget {
+public:
+    /// One connection's part of the budget; it gives its bytes back when destroyed.
+    class Share {
+    public:
+        explicit Share(IncomingBudget& budget) : budget_(&budget) {}
+        ~Share() { hold(0); }
+        Share(const Share&) = delete;
+        Share& operator=(const Share&) = delete;
+
+        /// True when a further part of `bytes` fits beside all that is held.
+        [[nodiscard]] bool admits(std::size_t bytes) const { return budget_->admits(bytes); }
+        /// This connection now holds `bytes` (the unfinished message read so far).
+        void hold(std::size_t bytes);
+        [[nodiscard]] std::size_t held() const { return held_; }
+
+    private:
+        IncomingBudget* budget_;
+        std::size_t held_ = 0;
+    };
+
+    explicit IncomingBudget(std::size_t limit) : limit_(limit) {}
+
+    [[nodiscard]] bool admits(std::size_t bytes) const { return bytes <= limit_ && held_ <= limit_ - bytes; }
+    /// The bytes held by all shares.
+    [[nodiscard]] std::size_t held() const { return held_; }
+    [[nodiscard]] std::size_t limit() const { return limit_; }
+
+private:
+    std::size_t limit_;
+    std::size_t held_ = 0;
+};
+
 }  // namespace velmar::emulator

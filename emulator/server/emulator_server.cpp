@@ -1,6 +1,8 @@
 // The only translation unit of the emulator that uses Asio and Beast.
 #include "emulator/server/emulator_server.hpp"
 
+#include "emulator/core/connection_registry.hpp"
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
@@ -97,6 +99,9 @@ struct ServerCore {
     void connectionEnded();
 
     ServerOptions options;
+    /// Bytes of incomplete incoming messages held by all connections. Declared before the
+    /// context: connections still owned by its handlers give their share back when it goes.
+    IncomingBudget incoming{options.limits.maxIncomingBytes};
     asio::io_context ioc{1};
     AsioScheduler scheduler;
     DeviceModel model;
@@ -108,8 +113,6 @@ struct ServerCore {
     std::chrono::milliseconds acceptRetryDelay{0};  // zero while accepting works
     std::vector<std::weak_ptr<WsConnection>> live;  // every TCP connection not yet ended
     std::size_t openWebSockets = 0;
-    /// Bytes of incomplete incoming messages held by all connections.
-    std::size_t incomingHeld = 0;
     bool stopping = false;
 };
 
@@ -117,7 +120,8 @@ struct ServerCore {
 /// Everything runs on the I/O thread; the ConnectionPeer members post to it.
 class WsConnection final : public ConnectionPeer, public std::enable_shared_from_this<WsConnection> {
 public:
-    WsConnection(tcp::socket socket, ServerCore& server) : ws_(std::move(socket)), server_(server) {}
+    WsConnection(tcp::socket socket, ServerCore& server)
+        : ws_(std::move(socket)), server_(server), incoming_(server.incoming) {}
 
     void start() {
         beast::get_lowest_layer(ws_).expires_after(kHandshakeTimeout);
@@ -237,23 +241,18 @@ private:
         readNext();
     }
 
-    // Messages are read in parts; each part is first reserved from the budget of incoming
-    // bytes that all connections share, so that partial messages cannot add up without bound.
+    // Messages are read in parts; before each part the budget of incoming bytes that all
+    // connections share must have room for it, so that partial messages cannot add up
+    // without bound.
     void readNext() {
-        auto& server = server_;
-        const auto chunk = std::min(kReadChunk, server.options.limits.maxMessageBytes + 1);
-        if (server.incomingHeld + chunk > server.options.limits.maxIncomingBytes) {
+        const auto chunk = std::min(kReadChunk, server_.options.limits.maxMessageBytes + 1);
+        if (!incoming_.admits(chunk)) {
             logServer("connection " + id_ + ": closed, incoming messages of all connections exceed " +
-                      std::to_string(server.options.limits.maxIncomingBytes) + " bytes");
+                      std::to_string(server_.options.limits.maxIncomingBytes) + " bytes");
             return end();
         }
         ws_.async_read_some(buffer_, chunk,
                             [self = shared_from_this()](const error_code& ec, std::size_t) { self->onRead(ec); });
-    }
-
-    void holdIncoming(std::size_t bytes) {
-        server_.incomingHeld = server_.incomingHeld - held_ + bytes;
-        held_ = bytes;
     }
 
     void onRead(const error_code& ec) {
@@ -264,10 +263,10 @@ private:
             return end();
         }
         if (!ws_.is_message_done()) {
-            holdIncoming(buffer_.size());
+            incoming_.hold(buffer_.size());
             return readNext();
         }
-        holdIncoming(0);
+        incoming_.hold(0);
         const auto data = buffer_.cdata();
         if (ws_.got_text()) {
             server_.model.handleText(id_, std::string_view(static_cast<const char*>(data.data()), data.size()));
@@ -307,7 +306,7 @@ private:
         ended_ = true;
         queue_.clear();
         waitingBytes_ = 0;
-        holdIncoming(0);
+        incoming_.hold(0);
         error_code ignored;
         beast::get_lowest_layer(ws_).socket().close(ignored);
         if (accepted_) server_.model.closeConnection(id_);
@@ -324,8 +323,8 @@ private:
     std::deque<Outgoing> queue_;
     /// Bytes of the frames in queue_ that are not being written yet.
     std::size_t waitingBytes_ = 0;
-    /// This connection's part of ServerCore::incomingHeld.
-    std::size_t held_ = 0;
+    /// This connection's part of ServerCore::incoming.
+    IncomingBudget::Share incoming_;
     bool accepted_ = false;
     bool writing_ = false;
     bool closeRequested_ = false;

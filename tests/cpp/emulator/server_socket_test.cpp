@@ -11,7 +11,9 @@
 #include <boost/json.hpp>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <future>
+#include <optional>
 #include <thread>
 
 using namespace velmar::emulator;
@@ -243,6 +245,53 @@ TEST(EmulatorServerLimits, AMessageAboveTheLimitClosesOnlyItsConnection) {
     EXPECT_TRUE(big.readWithin(buffer));
     EXPECT_NE(big.readWithin(buffer), asio::error::timed_out);
     EXPECT_EQ(other.call({{"do", "/id"}, {"request_id", "o"}}).at("status"), "SUCCESS");
+}
+
+TEST(EmulatorServerLimits, PartialMessagesShareOneBudget) {
+    RunningServer server(HandshakeConfig{}, ConnectionLimits{.maxMessageBytes = 4u << 20, .maxIncomingBytes = 2u << 20});
+    Client first(server.port), second(server.port);
+    ASSERT_FALSE(first.handshake({kVersion12}));
+    ASSERT_FALSE(second.handshake({kVersion12}));
+    // Either unfinished 900 KiB request fits the 2 MiB budget beside a part of 256 KiB; both
+    // together leave no room for the next part. Whichever connection the server reads last
+    // finds no room and is closed; the other one keeps its message and is served.
+    const std::string head = R"({"do":"/id","request_id":"r","pad":")";
+    ASSERT_FALSE(first.writeWithin(head + std::string(900u << 10, 'a'), false));
+    ASSERT_FALSE(second.writeWithin(head + std::string(900u << 10, 'b'), false));
+
+    std::array<Client*, 2> clients{&first, &second};
+    std::array<beast::flat_buffer, 2> buffers;
+    std::array<std::optional<beast::error_code>, 2> outcomes;
+    for (std::size_t i = 0; i < clients.size(); ++i) {
+        clients[i]->ioc.restart();
+        clients[i]->ws.async_read(buffers[i], [&outcomes, i](const beast::error_code& ec, std::size_t) { outcomes[i] = ec; });
+    }
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!outcomes[0] && !outcomes[1] && std::chrono::steady_clock::now() < deadline) {
+        for (auto* client : clients) client->ioc.run_for(std::chrono::milliseconds(10));
+    }
+    ASSERT_NE(outcomes[0].has_value(), outcomes[1].has_value()) << "exactly one connection is closed";
+    const std::size_t dropped = outcomes[0] ? 0 : 1;
+    EXPECT_TRUE(*outcomes[dropped]);
+
+    // The survivor's read is still pending; the end of its message brings the reply.
+    auto& survivor = *clients[1 - dropped];
+    auto& reply = outcomes[1 - dropped];
+    survivor.ws.async_write_some(true, asio::buffer(std::string_view("\"}")),
+                                 [](const beast::error_code&, std::size_t) {});
+    while (!reply && std::chrono::steady_clock::now() < deadline) survivor.ioc.run_for(std::chrono::milliseconds(10));
+    ASSERT_TRUE(reply);
+    ASSERT_FALSE(*reply);
+    EXPECT_EQ(boost::json::parse(beast::buffers_to_string(buffers[1 - dropped].data())).at("status"), "SUCCESS");
+
+    // The closed connection gave its bytes back: a new one may hold as much again.
+    Client later(server.port);
+    ASSERT_FALSE(later.handshake({kVersion12}));
+    ASSERT_FALSE(later.writeWithin(head + std::string(900u << 10, 'c'), false));
+    ASSERT_FALSE(later.writeWithin("\"}", true));
+    beast::flat_buffer buffer;
+    ASSERT_FALSE(later.readWithin(buffer));
+    EXPECT_EQ(boost::json::parse(beast::buffers_to_string(buffer.data())).at("status"), "SUCCESS");
 }
 
 TEST(EmulatorServerLimits, ConnectionsBeyondTheBoundAreClosedAtOnce) {
