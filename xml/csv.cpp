@@ -181,9 +181,12 @@ bool CsvParser::getNextLine(std::string_view& line) {
     }
     std::size_t end = rest_.find('\n', start);
     if (end == std::string_view::npos) end = rest_.size();
-    const std::size_t nul = rest_.find('\0', start);
-    if (nul < end) end = nul;
     line = rest_.substr(start, end - start);
+    // A NUL inside the line ends the text there.
+    if (const std::size_t nul = line.find('\0'); nul != std::string_view::npos) {
+        line = line.substr(0, nul);
+        end = rest_.size();
+    }
     rest_.remove_prefix(end);
     return true;
 }
