@@ -196,7 +196,12 @@ ErrorObject VXmlImporter::makeTypeMismatchError() { return contentError(messages
 std::expected<ImportedFile, ErrorObject> VXmlImporter::importFromFile(const std::filesystem::path& path) const {
     auto text = readWholeFile(path);
     if (!text) return std::unexpected(text.error());
-    return importFrom(*text, path.string());
+    tinyxml2::XMLDocument document;
+    if (auto error = parseDocument(document, *text)) return std::unexpected(std::move(error));
+    // The document holds its own copy of the text: the file's is not needed while the payload
+    // is built, which keeps the peak memory of a large import lower.
+    std::string().swap(*text);
+    return importDocument(document);
 }
 
 std::expected<ImportedFile, ErrorObject> VXmlImporter::importFromMemory(std::string_view text) const {
@@ -207,6 +212,10 @@ std::expected<ImportedFile, ErrorObject> VXmlImporter::importFrom(std::string_vi
                                                                   std::string_view /*sourceName*/) const {
     tinyxml2::XMLDocument document;
     if (auto error = parseDocument(document, text)) return std::unexpected(std::move(error));
+    return importDocument(document);
+}
+
+std::expected<ImportedFile, ErrorObject> VXmlImporter::importDocument(const tinyxml2::XMLDocument& document) const {
     const auto* root = document.RootElement();
     const auto* infoElement = root->FirstChildElement(VelmarFileInfo::XML_ELEMENT_NAME);
     if (infoElement == nullptr) {

@@ -57,6 +57,9 @@ public:
     static velmar::ErrorObject makeTypeMismatchError();
 
 private:
+    /// Steps 2 to 5 of an import, over a parsed document.
+    std::expected<ImportedFile, velmar::ErrorObject> importDocument(const tinyxml2::XMLDocument& document) const;
+
     template <class T>
     static std::expected<ImportedFile, velmar::ErrorObject> requirePayload(
         std::expected<ImportedFile, velmar::ErrorObject>&& imported) {

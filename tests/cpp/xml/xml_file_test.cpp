@@ -8,6 +8,7 @@
 
 #include <tinyxml2.h>
 
+#include <cstring>
 #include <fstream>
 #include <source_location>
 
@@ -128,6 +129,25 @@ TEST(XmlFile, ImpedanceDatasetWithoutWavesOrWaveColumnsRoundTrips) {
     auto imported = importText(savedText(dataset));
     ASSERT_TRUE(imported.has_value()) << imported.error().getMessageFormatted();
     expectSameEis(dataset, *imported->as<EisDataset>());
+}
+
+TEST(XmlFile, PolynomialsAndOwnColumnUrnsRoundTrip) {
+    auto header = eisHeader();
+    header.paths[0].polynomial = UserPolynomial{{0.5, -0.0, 1e-300}};
+    header.async_paths[0].polynomial = UserPolynomial{{}};
+    header.potentiostats[0].polynomial = UserPolynomial{{1.0, 2.0}};
+    header.potentiostats[0].potentiostatic_polynomial = UserPolynomial{{3.0}};
+    header.impedances[0].columns[0].urn = "own:urn";
+    header.impedances[0].impedance_name = "cell; one";
+    EisDataset dataset(std::move(header), JobInfo{});
+    dataset.appendDataRow(eisRow(1.0, 0.0, {1.0}));
+    auto imported = importText(savedText(dataset));
+    ASSERT_TRUE(imported.has_value()) << imported.error().getMessageFormatted();
+    expectSameEis(dataset, *imported->as<EisDataset>());
+    const auto& read = imported->as<EisDataset>()->getHeader();
+    EXPECT_EQ(bitsOf(read.paths[0].polynomial->coefficients), bitsOf(std::vector<double>{0.5, -0.0, 1e-300}));
+    EXPECT_FALSE(read.paths[1].polynomial.has_value());
+    EXPECT_TRUE(read.async_paths[0].polynomial->coefficients.empty());
 }
 
 TEST(XmlFile, FileHasTheDeclarationTheDoubleRootAndTheFileInfo) {
@@ -326,6 +346,22 @@ TEST(XmlFile, ImpedanceDatasetErrorsHaveTheirMessages) {
                       prefix + "<column-class> of unknown type 'mystery'");
 }
 
+TEST(XmlFile, ColumnClassesWithoutCountsAreGroupedByUrn) {
+    const auto dataset = eisWithWaves();
+    auto text = savedText(*dataset);
+    for (const char* count : {" columns=\"2\"", " columns=\"1\""}) {
+        for (auto at = text.find(count); at != std::string::npos; at = text.find(count)) text.erase(at, std::strlen(count));
+    }
+    ASSERT_EQ(text.find(" columns="), std::string::npos);
+    auto imported = importText(text);
+    ASSERT_TRUE(imported.has_value()) << imported.error().getMessageFormatted();
+    expectSameEis(*dataset, *imported->as<EisDataset>());
+    expectImportError(replaced(savedText(*dataset), "columns=\"1\" name=\"temperature\"", "columns=\"3\" name=\"temperature\""),
+                      INVALID,
+                      "could not deserialize <dataset>: the <data-structure> columns do not follow the column "
+                      "classes of the <configuration> element");
+}
+
 TEST(XmlFile, OlderVersionWaveTablesHoldOneFixedSizeWavePerRow) {
     // Version 3: each wave table declares `wave-size` and holds one wave per row.
     auto dataset = eisDatasetOf({eisRow(0.0, 0.0, {1.0, 2.0}), eisRow(1.0, 1.0, {3.0, 4.0}), eisRow(2.0, 2.0, {1.0, 2.0})});
@@ -363,6 +399,11 @@ TEST(XmlFile, FileErrorsHaveTheirCodes) {
     auto info = importer.readFileInfo(dir.path() / "empty.xml");
     ASSERT_FALSE(info.has_value());
     EXPECT_EQ(info.error().code, ErrorCodeEnum::FILE_IS_EMPTY);
+    // This file opens, but reading its first byte fails (EIO).
+    auto unreadable = importer.importFromFile("/proc/self/mem");
+    ASSERT_FALSE(unreadable.has_value());
+    EXPECT_EQ(unreadable.error().code, ErrorCodeEnum::FILE_COULD_NOT_BE_READ);
+    EXPECT_EQ(unreadable.error().getMessageFormatted(), "an error occurred while reading the file");
 }
 
 TEST(XmlFileInfo, IsReadFromTheStartOfTheFileOnly) {
