@@ -1,4 +1,5 @@
 #include "velmar_link_json/jobs/ac/eis_dataset.hpp"
+#include "xml/csv.hpp"
 #include "xml/dataset_xml.hpp"
 #include "xml/hardware_info_xml.hpp"
 #include "xml/xml_exporter.hpp"
@@ -404,6 +405,23 @@ TEST(XmlFile, FileErrorsHaveTheirCodes) {
     ASSERT_FALSE(unreadable.has_value());
     EXPECT_EQ(unreadable.error().code, ErrorCodeEnum::FILE_COULD_NOT_BE_READ);
     EXPECT_EQ(unreadable.error().getMessageFormatted(), "an error occurred while reading the file");
+}
+
+TEST(XmlFile, SeedFilesOfEveryLayoutImportAndTablesParse) {
+    // Files written earlier (the fuzzing seeds) pin the format: they must keep importing.
+    std::size_t files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(VELMAR_XML_CORPUS_DIR "/xml")) {
+        auto imported = VXmlImporter().importFromFile(entry.path());
+        EXPECT_TRUE(imported.has_value()) << entry.path() << ": " << imported.error().getMessageFormatted();
+        ++files;
+    }
+    EXPECT_GE(files, 5u);
+    for (const char* table : {"dc_table.csv", "crlf.csv", "eis_table.csv"}) {
+        std::ifstream in(std::filesystem::path(VELMAR_XML_CORPUS_DIR "/csv") / table, std::ios::binary);
+        const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        VXml::CsvParser parser(text);
+        EXPECT_TRUE(parser.parse()) << table << ": " << parser.error();
+    }
 }
 
 TEST(XmlFileInfo, IsReadFromTheStartOfTheFileOnly) {
