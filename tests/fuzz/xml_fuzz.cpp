@@ -1,5 +1,6 @@
 // libFuzzer harness of the XML measurement file reader: any input gives an imported file or an
 // ErrorObject, never a crash, a leak or a hang. What is imported is written again and read back.
+// Links velmar_xml with velmar_link_json (which name each other) and their dependencies.
 
 #include "velmar_link_json/jobs/common/dataset.hpp"
 #include "xml/xml_exporter.hpp"
