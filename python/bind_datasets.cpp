@@ -97,7 +97,7 @@ void bindDatasetBase(py::module_& m) {
         .def("get_job_info", &AbstractDataset::getJobInfo, R"(Get info to the job)")
         .def("get_info", &AbstractDataset::getInfo, R"(Get summary information about the dataset)");
 
-    py::class_<DataSet, AbstractDataset, std::shared_ptr<DataSet>>(m, "DataSet",
+    py::class_<DataSet, AbstractDataset, VXml::XmlSerializable, std::shared_ptr<DataSet>>(m, "DataSet",
                                                                     R"(Base class of the result datasets.)",
                                                                     py::release_gil_before_calling_cpp_dtor());
 }

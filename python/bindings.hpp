@@ -25,5 +25,9 @@ void bindEisLiveData(py::module_& m);
 void bindJobsAc(py::module_& m);
 /// EisDataset with its helper objects and the impedance live-data collector; after bindJobsAc.
 void bindEisDataset(py::module_& m);
+/// XmlSerializable, the base of the datasets' Python classes; before bindDatasets.
+void bindXmlSerializable(py::module_& m);
+/// The xml submodule: file info, measurement, importer and exporter; after the datasets.
+void bindXml(py::module_& m);
 
 }  // namespace velmar::python

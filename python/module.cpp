@@ -45,11 +45,13 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindHardware(m);
     bindJobsControl(m);
     bindJobsMeas(m);
+    bindXmlSerializable(m);
     bindDatasets(m);
     bindEisLiveData(m);
     bindJobsDc(m);
     bindJobsAc(m);
     bindEisDataset(m);
+    bindXml(m);
     bindEvents(m);
     bindLink(m);
 }

@@ -6,10 +6,10 @@
 
 apt_packages=(g++ cmake ninja-build ccache lld libboost1.81-dev libboost-json1.81-dev libboost-system1.81-dev
               libssl-dev libtinyxml2-dev libfmt-dev libgtest-dev libgmock-dev)
-# The build backend and the module's binding library; the tests' runner, peer, arrays and type
-# check; circuit fits and the Kramers-Kronig check of impedance spectra.
+# The build backend and the module's binding library; the tests' runner, peer, arrays, type check
+# and property tests; circuit fits and the Kramers-Kronig check of impedance spectra.
 python_tools=("scikit-build-core>=0.10" "pybind11>=3.0" "pytest>=8" "websockets>=12" "numpy>=1.26" "mypy>=1.10"
-              "scipy>=1.10" "pyimpspec>=5")
+              "hypothesis>=6.100" "scipy>=1.10" "pyimpspec>=5")
 
 # Prints the Debian packages among the arguments that are not installed.
 missing_debian_packages() {

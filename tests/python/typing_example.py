@@ -7,6 +7,8 @@ type (``Any``, ``*args``) or gives a wrong one fails the check.
 from __future__ import annotations
 
 import datetime
+import os
+import pathlib
 
 import velmar_link
 from velmar_link import (
@@ -21,7 +23,7 @@ from velmar_link import (
     VelmarLinkExc,
     WorkstationInfo,
 )
-from velmar_link import control, meas
+from velmar_link import control, meas, xml
 from velmar_link.meas import stop
 
 SECOND = datetime.timedelta(seconds=1)
@@ -109,3 +111,21 @@ def impedance(link: VelmarLink) -> list[complex]:
     spectra: dict[float, complex] = data.get_calculated_spectra()
     print(live.get_row_count(), len(spectra), result.get_frequencies_array().sum())
     return data.get_calculated_complex_impedance_track()
+
+
+def save_and_reload(dataset: DataSet, folder: pathlib.Path) -> list[DataSet]:
+    measurement = xml.Measurement(dataset)
+    exporter = xml.VXmlExporter(xml.ExportOptions("script", "1.0"))
+    error = exporter.save_as_file_standalone(measurement, folder / "run.xml", "typed")
+    if error:
+        raise RuntimeError(error.get_message_formatted())
+    tag: str = exporter.get_xml_element_tree(measurement).tag
+    print(tag)
+    imported = xml.VXmlImporter().import_from_file_as_measurement(os.fspath(folder / "run.xml"))
+    if isinstance(imported, ErrorObject):
+        raise RuntimeError(imported.get_message_formatted())
+    info = xml.VXmlImporter().read_file_info(b"run.xml")
+    if not isinstance(info, ErrorObject) and not xml.XmlFormatVersion.is_supported(info.file_version):
+        print(info.comment)
+    payload = imported.object
+    return payload.get_datasets() if isinstance(payload, xml.Measurement) else []

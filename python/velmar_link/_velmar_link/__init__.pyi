@@ -1676,7 +1676,7 @@ class AbstractDataset:
         """
         Get info to the job
         """
-class DataSet(AbstractDataset):
+class DataSet(AbstractDataset, xml.XmlSerializable):
     """
     Base class of the result datasets.
     """

@@ -164,6 +164,15 @@ public:
     /// Type "AC", job types, row count, first "time" value (NaN without rows), job info.
     DatasetInfo getInfo() const override;
 
+    /// The `dataset` element (type "AC"): `configuration` with one column class per group,
+    /// `data-structure`, `sections`, the table in `csv` and one wave table per sync path.
+    /// Defined by velmar_xml.
+    void acceptSerializer(VXml::XmlSerializer& serializer) const override;
+    /// Reads a `dataset` element of type "AC"; the wave tables in the layout of
+    /// `context.file_version`. Fails with RESOURCE_CONTENT_INVALID and the reason.
+    static std::expected<EisDataset, ErrorObject> buildFromXmlElement(const tinyxml2::XMLElement* element,
+                                                                      VXml::DeserializationContext& context);
+
     const LiveDataHeaderEis& getHeader() const { return header_; }
     const std::string& getJobType() const { return header_.measurement_type; }
     const std::string& getJobTypeShort() const { return header_.measurement_type_short; }

@@ -2,6 +2,7 @@
 
 #include "json_common/protocol/event_type.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
+#include "xml/xml_serializable.hpp"
 
 #include <cstddef>
 #include <memory>
@@ -36,9 +37,10 @@ public:
 };
 
 /// Common base of the result datasets: the job information and the list of job results that
-/// have been merged into the dataset. Single-threaded. (The XML serialisation interface joins
-/// this base when the XML measurement file is added.)
-class DataSet : public AbstractDataset {
+/// have been merged into the dataset. Single-threaded. Every dataset has an XML form (the
+/// `dataset` element of the measurement file); the writers and readers are defined by the
+/// velmar_xml library.
+class DataSet : public AbstractDataset, public VXml::XmlSerializable {
 public:
     DataSet() = default;
     explicit DataSet(JobInfo&& jobInfo) : jobInfo_(std::move(jobInfo)) {}

@@ -84,6 +84,14 @@ public:
     /// Type "DC", job types, row count, first value of track 0 (NaN without rows), job info.
     DatasetInfo getInfo() const override;
 
+    /// The `dataset` element (type "DC"): the columns in `data-structure`, the `sections` and
+    /// the table in `csv`. Defined by velmar_xml.
+    void acceptSerializer(VXml::XmlSerializer& serializer) const override;
+    /// Reads a `dataset` element of type "DC". Fails with RESOURCE_CONTENT_INVALID naming the
+    /// missing element, attribute or the table that does not match its declaration.
+    static std::expected<DcDataset, ErrorObject> buildFromXmlElement(const tinyxml2::XMLElement* element,
+                                                                     VXml::DeserializationContext& context);
+
     /// Mutable access for decoders that fill the tracks in place: one track per column stays,
     /// sizes must stay equal. Tracks moved out must be handed back through the constructor.
     std::vector<std::vector<double>>& tracksForWriting() { return tracks_; }
