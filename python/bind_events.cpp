@@ -4,33 +4,12 @@
 #include "velmar_link_json/events/velmar_link_event_handler.hpp"
 #include "velmar_link_json/jobs/common/job_info.hpp"
 
-#include <boost/json.hpp>
-
 namespace velmar::python {
 
 namespace {
 
 using Handler = VelmarLinkEventHandler;
 using Rows = std::vector<std::vector<double>>;
-
-/// The header's element lists as Python lists of dicts.
-py::object jsonToPython(const boost::json::value& value) {
-    return py::module_::import("json").attr("loads")(boost::json::serialize(value));
-}
-
-template <class Class>
-void defineEisHeaderMethods(Class& cls) {
-    cls.def("get_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.paths)); },
-            "The headers of the synchronous paths, one dict per path.")
-        .def("get_async_paths_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.async_paths)); },
-             "The headers of the asynchronous paths, one dict per path.")
-        .def("get_potentiostats_data_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.potentiostats)); },
-             "The headers of the potentiostats, one dict per potentiostat.")
-        .def("get_impedances_headers", [](const LiveDataHeaderEis& h) { return jsonToPython(boost::json::value_from(h.impedances)); },
-             "The headers of the impedances, one dict per impedance.")
-        .def("get_meta_data_header", [](const LiveDataHeaderEis& h) { return jsonToPython(columnHeadersToJson(h.meta)); },
-             "The headers of the meta columns.");
-}
 
 constexpr const char* kFactoryNote =
     "\n\nThe callback runs on the connection's thread with the interpreter lock held; an exception it raises is "
@@ -41,35 +20,8 @@ std::string factoryDoc(const char* summary) { return std::string(summary) + kFac
 }  // namespace
 
 void bindEvents(py::module_& m) {
-    // Live data of impedance jobs. The DC header is bound beside the datasets; when it is, the
-    // impedance header derives from it.
-    const char* eisHeaderDoc = "The header of an impedance job's live data.";
-    if (py::detail::get_type_info(typeid(LiveDataHeader)) != nullptr) {
-        py::class_<LiveDataHeaderEis, LiveDataHeader> header(m, "LiveDataHeaderEis", eisHeaderDoc);
-        defineEisHeaderMethods(header);
-    } else {
-        py::class_<LiveDataHeaderEis> header(m, "LiveDataHeaderEis", eisHeaderDoc);
-        defineEisHeaderMethods(header);
-    }
-
-    py::class_<LiveDataRowEis>(m, "LiveDataRowEis", "One frequency point of an impedance job's live data.")
-        .def("get_impedances", [](const LiveDataRowEis& r) { return r.impedances; }, "One list per impedance.")
-        .def("get_paths", [](const LiveDataRowEis& r) { return r.paths; }, "One list per synchronous path.")
-        .def("get_paths_waves", [](const LiveDataRowEis& r) { return r.paths_waves; },
-             "One wave per sync path; an empty list for a row that refers to a wave sent with an earlier row of the "
-             "same wave_id.")
-        .def("get_async_paths", [](const LiveDataRowEis& r) { return r.async_paths; }, "One list per asynchronous path.")
-        .def("get_potentiostats", [](const LiveDataRowEis& r) { return r.potentiostats; }, "One list per potentiostat.")
-        .def("get_meta", [](const LiveDataRowEis& r) { return r.meta; },
-             "The row's meta values, ordered like :meth:`velmar_link.LiveDataHeaderEis.get_meta_data_header`.");
-
-    py::class_<LiveDataWavesEis>(m, "LiveDataWavesEis", "A preview fragment of the waves being recorded.")
-        .def("get_waves", [](const LiveDataWavesEis& w) { return w.paths_waves; }, "One fragment per sync path.")
-        .def("get_offset", [](const LiveDataWavesEis& w) { return w.offset; },
-             "Index of the fragment's first sample (0 if the device does not send it).")
-        .def("get_full_wave_size", [](const LiveDataWavesEis& w) { return w.full_wave_size; },
-             "Samples of the complete wave (0 if the device does not send it).");
-
+    // The live-data classes that the callbacks receive are bound before (bindDatasets,
+    // bindEisLiveData).
     py::class_<Handler, std::shared_ptr<Handler>>(
         m, "VelmarLinkEventHandler",
         "Delivers events of one type to a Python callable. Made only by the static make_* methods.")

@@ -12,11 +12,13 @@
 #include <boost/json.hpp>
 #include <boost/mp11/algorithm.hpp>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <type_traits>
 #include <typeinfo>
+#include <variant>
 
 namespace velmar::python {
 
@@ -169,6 +171,22 @@ JobClass<Job> bindJob(py::module_& m, const char* name, const char* parametersNa
         }
     }
     return cls;
+}
+
+/// Docstrings shared by the live-data callbacks of the DC and impedance jobs.
+inline constexpr const char* ADD_FINISHED_DOC =
+    R"(Add a callback for the end of this job's live data; it receives the JobInfo.)";
+inline constexpr const char* LIVE_DATA_CALLBACK_COUNT_DOC = R"(The number of live-data callbacks added to this job.)";
+
+/// A live-data handler of a job that calls a Python callable with the messages of one kind
+/// (`Message`, one alternative of the job's message variant); `convert(holder, message)` calls
+/// the holder, which converts the arguments under the interpreter lock.
+template <class Message, class Variant, class Convert>
+std::function<void(const Variant&)> pyLiveDataHandler(py::object callable, Convert convert) {
+    auto holder = std::make_shared<PyCallbackHolder>(std::move(callable));
+    return [holder, convert](const Variant& message) {
+        if (const auto* part = std::get_if<Message>(&message)) convert(*holder, *part);
+    };
 }
 
 }  // namespace velmar::python

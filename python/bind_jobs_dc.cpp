@@ -24,17 +24,6 @@ constexpr const char* ADD_ROWS_ARRAY_DOC = R"(Add a callback that receives each 
 
 The array is a new float64 array of shape (rows, columns); converting it is far cheaper than
 building lists.)";
-constexpr const char* ADD_FINISHED_DOC = R"(Add a callback for the end of this job's live data; it receives the JobInfo.)";
-
-/// Calls a Python callable with the message part that `Select` picks, converted under the
-/// interpreter lock.
-template <class Message, class Convert>
-DcLiveDataHandlerFunction pyHandler(py::object callable, Convert convert) {
-    auto holder = std::make_shared<PyCallbackHolder>(std::move(callable));
-    return [holder, convert](const DcLiveDataMessage& message) {
-        if (const auto* part = std::get_if<Message>(&message)) convert(*holder, *part);
-    };
-}
 
 template <class Job>
 void bindDcJob(py::module_& meas, const char* name, const char* parametersName, const char* doc) {
@@ -42,7 +31,7 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
     cls.def(
            "add_header_callback",
            [](Job& job, const py::typing::Callable<void(const LiveDataHeader&, const JobInfo&)>& callback) {
-               job.addLivedataEventHandler(pyHandler<DcLiveDataHeaderMessage>(
+               job.addLivedataEventHandler(pyLiveDataHandler<DcLiveDataHeaderMessage, DcLiveDataMessage>(
                    callback, [](const PyCallbackHolder& holder, const DcLiveDataHeaderMessage& header) {
                        holder.call(header.header, header.jobInfo);
                    }));
@@ -51,7 +40,7 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
         .def(
             "add_rows_callback",
             [](Job& job, const py::typing::Callable<void(const std::vector<std::vector<double>>&)>& callback) {
-                job.addLivedataEventHandler(pyHandler<DcLiveDataRowsMessage>(
+                job.addLivedataEventHandler(pyLiveDataHandler<DcLiveDataRowsMessage, DcLiveDataMessage>(
                     callback, [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
                         holder.call(rows.toRows());
                     }));
@@ -60,7 +49,7 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
         .def(
             "add_rows_array_callback",
             [](Job& job, const py::typing::Callable<void(const py::array_t<double>&)>& callback) {
-                job.addLivedataEventHandler(pyHandler<DcLiveDataRowsMessage>(
+                job.addLivedataEventHandler(pyLiveDataHandler<DcLiveDataRowsMessage, DcLiveDataMessage>(
                     callback, [](const PyCallbackHolder& holder, const DcLiveDataRowsMessage& rows) {
                         if (Py_IsInitialized() == 0) return;
                         py::gil_scoped_acquire gil;
@@ -77,7 +66,7 @@ void bindDcJob(py::module_& meas, const char* name, const char* parametersName, 
         .def(
             "add_finished_callback",
             [](Job& job, const py::typing::Callable<void(const JobInfo&)>& callback) {
-                job.addLivedataEventHandler(pyHandler<DcLiveDataFinishedMessage>(
+                job.addLivedataEventHandler(pyLiveDataHandler<DcLiveDataFinishedMessage, DcLiveDataMessage>(
                     callback, [](const PyCallbackHolder& holder, const DcLiveDataFinishedMessage& finished) {
                         holder.call(finished.jobInfo);
                     }));
@@ -97,7 +86,7 @@ No Python code runs per event; read the dataset once the job has ended.)")
         .def(
             "get_number_of_live_data_callbacks",
             [](Job& job) { return job.getFeatures().getLivedataEventHandlers().size(); },
-            R"(The number of live-data callbacks added to this job.)");
+            LIVE_DATA_CALLBACK_COUNT_DOC);
 }
 
 }  // namespace

@@ -2,55 +2,12 @@
 
 #include "bind_jobs_common.hpp"
 #include "velmar_link_json/jobs/calibration/calibration_jobs.hpp"
-#include "velmar_link_json/jobs/measurement_jobs.hpp"
 
 namespace velmar::python {
 
 namespace {
 
-constexpr const char* kEisNote =
-    "\n\n\"bias\" is the DC operating point; \"drift_correction\" (a :class:`velmar_link.DriftCorrection` or None "
-    "for the device default) selects how much drift correction is applied.";
-
 constexpr const char* kServiceNote = "\n\nNo customer should call this job.";
-
-void bindImpedanceJobs(py::module_& meas) {
-    bindRecord<EisFrequencyRangeGenerate>(
-        meas, "EisFrequencyRangeGenerate",
-        "Generated frequencies: logarithmically equidistant steps (points_per_decade_upper) between 66 Hz and the "
-        "maximum frequency, the density changing linearly down to points_per_decade_lower at the minimum frequency.");
-    bindRecord<EisMultisineFrequencyRangeGenerate>(meas, "EisMultisineFrequencyRangeGenerate",
-                                                   "Generated frequencies of a multisine measurement.");
-    bindRecord<EisParametersFrequencyTableEntry>(meas, "EisParametersFrequencyTableEntry",
-                                                 "One point of a frequency table with its timing.");
-    bindRecord<EisFrequencyTable>(meas, "EisParametersFrequencyTable",
-                                  "The frequency table of :class:`velmar_link.meas.EisFrequencyTableJob`.");
-    bindRecord<GeisVaFrequencyTable>(meas, "GeisVaParametersFrequencyTable",
-                                     "The frequency table of :class:`velmar_link.meas.GeisVaFrequencyTableJob`.");
-    bindRecord<EisMultiSineTableEntry>(meas, "EisMultiSineTableEntry", "One harmonic of a multisine table.");
-    bindRecord<EisMultiSineTableRange>(meas, "EisMultiSineTable",
-                                       "The multisine table: harmonics of one fundamental frequency with their timing.");
-
-    using A = JobArguments;
-    bindJob<EisGenerateJob, A::WITH_META_DATA>(
-        meas, "EisGenerateJob", "EisParametersGeneratePy",
-        std::string("Potentiostatic impedance spectroscopy over generated frequencies.") + kEisNote);
-    bindJob<EisFrequencyTableJob, A::WITH_META_DATA>(
-        meas, "EisFrequencyTableJob", "EisParametersFrequencyTablePy",
-        std::string("Potentiostatic impedance spectroscopy over a frequency table.") + kEisNote);
-    bindJob<EisMultisineGenerateJob, A::WITH_META_DATA>(
-        meas, "EisMultisineGenerateJob", "EisMultisineParametersGeneratePy",
-        std::string("Impedance spectroscopy with multisine excitation over generated frequencies.") + kEisNote);
-    bindJob<EisMultisineTableJob, A::WITH_META_DATA>(
-        meas, "EisMultisineTableJob", "EisMultiSineTablePy",
-        std::string("Impedance spectroscopy with multisine excitation over a table of harmonics.") + kEisNote);
-    bindJob<GeisVaGenerateJob, A::WITH_META_DATA>(
-        meas, "GeisVaGenerateJob", "GeisVaParametersGeneratePy",
-        std::string("Galvanostatic impedance spectroscopy with adaptive amplitude over generated frequencies.") + kEisNote);
-    bindJob<GeisVaFrequencyTableJob, A::WITH_META_DATA>(
-        meas, "GeisVaFrequencyTableJob", "GeisVaParametersFrequencyTablePy",
-        std::string("Galvanostatic impedance spectroscopy with adaptive amplitude over a frequency table.") + kEisNote);
-}
 
 void bindCalibrationJobs(py::module_& calibration) {
     using A = JobArguments;
@@ -121,8 +78,6 @@ void bindCalibrationJobs(py::module_& calibration) {
 }  // namespace
 
 void bindJobsMeas(py::module_& m) {
-    auto meas = submodule(m, "meas");
-    bindImpedanceJobs(meas);
     auto calibration = submodule(m, "calibration");
     bindCalibrationJobs(calibration);
 }

@@ -20,5 +20,10 @@ void bindJobsMeas(py::module_& m);
 void bindHardware(py::module_& m);
 void bindDatasets(py::module_& m);
 void bindJobsDc(py::module_& m);
+/// The impedance live-data classes and the group headers they share with the impedance dataset.
+void bindEisLiveData(py::module_& m);
+void bindJobsAc(py::module_& m);
+/// EisDataset with its helper objects and the impedance live-data collector; after bindJobsAc.
+void bindEisDataset(py::module_& m);
 
 }  // namespace velmar::python

@@ -46,7 +46,10 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindJobsControl(m);
     bindJobsMeas(m);
     bindDatasets(m);
+    bindEisLiveData(m);
     bindJobsDc(m);
+    bindJobsAc(m);
+    bindEisDataset(m);
     bindEvents(m);
     bindLink(m);
 }

@@ -89,3 +89,23 @@ def connections(link: VelmarLink) -> int:
 
 def names() -> list[str]:
     return [velmar_link.TrackNames.TIME, velmar_link.UnitNames.VOLTAGE, velmar_link.__version__]
+
+
+def impedance(link: VelmarLink) -> list[complex]:
+    job = meas.EisGenerateJob(meta_data={"sample": "A7"})
+    frequencies: list[float] = []
+    job.add_row_callback(lambda row: frequencies.append(row.get_meta()[0]))
+    job.add_header_callback(lambda header, info: print([p.get_name() for p in header.get_paths_data_headers()]))
+    collector = job.add_live_data_collector()
+    if link.do_job(job):
+        return []
+    live: velmar_link.EisDataset = collector.get_dataset()
+    result = link.get_job_result_data(job)
+    if not isinstance(result, velmar_link.EisDataset):
+        return []
+    data = result.get_impedance_data("voltage", "current")
+    if data is velmar_link.EisDataset.INVALID_IMPEDANCE_DATA:
+        return []
+    spectra: dict[float, complex] = data.get_calculated_spectra()
+    print(live.get_row_count(), len(spectra), result.get_frequencies_array().sum())
+    return data.get_calculated_complex_impedance_track()

@@ -1,6 +1,7 @@
 #include "velmar_link_json/jobs/measurement_jobs.hpp"
 
 #include "velmar_link_json/jobs/measurement_job_template_impl.hpp"
+#include "velmar_link_json/jobs/recreate_job.hpp"
 
 namespace velmar {
 
@@ -29,5 +30,14 @@ template class AcMeasurementJob<EisMultisineParametersGenerate, JobNames::EIS_MU
 template class AcMeasurementJob<EisMultiSineTable, JobNames::EIS_MULTISINE_TABLE_JOB_NAME>;
 template class AcMeasurementJob<GeisVaParametersGenerate, JobNames::GEIS_VA_GENERATE_JOB_NAME>;
 template class AcMeasurementJob<GeisVaParametersFrequencyTable, JobNames::GEIS_VA_TABLE_JOB_NAME>;
+
+}  // namespace velmar
+
+namespace velmar {
+
+std::shared_ptr<AbstractMeasurementJob> recreateOriginalAcJob(const JobInfo& info) {
+    return detail::recreateAny<EisGenerateJob, EisFrequencyTableJob, EisMultisineGenerateJob, EisMultisineTableJob,
+                               GeisVaGenerateJob, GeisVaFrequencyTableJob>(info);
+}
 
 }  // namespace velmar

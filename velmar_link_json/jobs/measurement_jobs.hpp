@@ -10,6 +10,8 @@
 #include "velmar_link_json/jobs/dc_measurement_job_fwd.hpp"
 #include "velmar_link_json/jobs/job_names.hpp"
 
+#include <memory>
+
 namespace velmar {
 
 using CvJob = DcMeasurementJob<CvParameters, JobNames::CV_JOB_NAME>;
@@ -61,5 +63,16 @@ extern template class AcMeasurementJob<EisMultisineParametersGenerate, JobNames:
 extern template class AcMeasurementJob<EisMultiSineTable, JobNames::EIS_MULTISINE_TABLE_JOB_NAME>;
 extern template class AcMeasurementJob<GeisVaParametersGenerate, JobNames::GEIS_VA_GENERATE_JOB_NAME>;
 extern template class AcMeasurementJob<GeisVaParametersFrequencyTable, JobNames::GEIS_VA_TABLE_JOB_NAME>;
+
+}  // namespace velmar
+
+namespace velmar {
+
+struct JobInfo;
+
+/// The impedance job described by `info` (kind, parameters, metadata), e.g. the job info of
+/// an impedance result; null when the kind is not an impedance kind or the parameters are
+/// missing.
+std::shared_ptr<AbstractMeasurementJob> recreateOriginalAcJob(const JobInfo& info);
 
 }  // namespace velmar

@@ -1,11 +1,13 @@
 // The session's protocol logic on a virtual clock: time-outs, the job lifecycle, live-data
 // faults and cancellation, without threads. The peer is a script that schedules its frames.
 
+#include "support/eis_live_data_frames.hpp"
 #include "support/virtual_runtime.hpp"
 
 #include "json_common/logging/error_formatters.hpp"
 #include "velmar_link_json/jobs/control/control_jobs.hpp"
 #include "velmar_link_json/jobs/dc/dc_jobs.hpp"
+#include "velmar_link_json/jobs/measurement_jobs.hpp"
 #include "velmar_link_json/link_json_session.hpp"
 #include "velmar_link_json/session_finite_numbers.hpp"
 
@@ -354,6 +356,63 @@ TEST_F(VirtualSession, AMalformedLiveDataEventFailsOnlyItsJobAndTheSessionGoesOn
         const auto status = session.sendRequest(json::object{{"do", "/status"}});
         EXPECT_TRUE(LinkJsonSession::wasSuccessful(status)) << malformed.name;
         // Let the rest of the script run out before the next case.
+        runtime->advance(100ms);
+    }
+}
+
+// ---- impedance live data ----------------------------------------------------------------------
+
+/// An impedance event from its "event" text.
+json::object acEvent(const std::string& text) {
+    return json::object{{"type", "EVENT"}, {"event", json::parse(text)}};
+}
+
+constexpr std::string_view kAcJob = R"("job_id":"ac")";
+
+TEST_F(VirtualSession, ImpedanceLiveDataReachTheirJobInOrder) {
+    scriptJob("ac", {acEvent(testing::eisHeaderEvent(kAcJob)),
+                     acEvent(testing::eisWavesEvent(R"("paths_waves":[[1],[2]],"offset":0,"full_wave_size":3)", kAcJob)),
+                     acEvent(testing::eisRowEvent(testing::EIS_ROW_MEMBERS, kAcJob)),
+                     acEvent(testing::eisRowEvent(testing::EIS_ROW_MEMBERS, kAcJob)),
+                     event("LIVE_DATA_FINISHED", {{"job_id", "ac"}, {"job_info", {{"job_id", "ac"}}}})});
+    std::vector<std::size_t> kinds;
+    EisGenerateJob job(EisParametersGenerate{}, [&](const AcLiveDataMessage& message) { kinds.push_back(message.index()); });
+    EXPECT_FALSE(session.doJob(job));
+    EXPECT_EQ(kinds, (std::vector<std::size_t>{0, 2, 1, 1, 3}));
+    EXPECT_TRUE(job.wasSuccessful());
+}
+
+TEST_F(VirtualSession, AnImpedanceTableThatDoesNotFitFailsOnlyItsJobAndTheSessionGoesOn) {
+    const std::string rowWithTwoImpedances =
+        R"("impedances":[[1,2],[3,4]],"paths":[[0.5,1],[0.5,10]],"paths_waves":[],"async_paths":[],)"
+        R"("potentiostats":[[0.5,1]],"meta":[[1,2,3,4,5]])";
+    const std::vector<MalformedCase> cases{
+        {"row before any header", {acEvent(testing::eisRowEvent(testing::EIS_ROW_MEMBERS, kAcJob))}},
+        {"row with an undeclared impedance",
+         {acEvent(testing::eisHeaderEvent(kAcJob)), acEvent(testing::eisRowEvent(rowWithTwoImpedances, kAcJob))}},
+        {"waves for one path of two",
+         {acEvent(testing::eisHeaderEvent(kAcJob)), acEvent(testing::eisWavesEvent(R"("paths_waves":[[1]])", kAcJob))}},
+        {"header without meta",
+         {acEvent(R"({"job_id":"ac","type":"LIVE_DATA_HEADER_EIS","header":{"impedances":[],"paths":[],)"
+                  R"("async_paths":[],"potentiostats":[]}})")}},
+    };
+    for (const auto& malformed : cases) {
+        auto events = malformed.events;
+        events.push_back(acEvent(testing::eisRowEvent(testing::EIS_ROW_MEMBERS, kAcJob)));  // dropped
+        scriptJob("ac", events);
+        std::size_t calls = 0;
+        EisGenerateJob job(EisParametersGenerate{}, [&](const AcLiveDataMessage&) { ++calls; });
+        ::testing::internal::CaptureStderr();
+        const auto error = session.doJob(job);
+        const auto errors = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(error.code, ErrorCodeEnum::JSON_MALFORMED) << malformed.name;
+        EXPECT_EQ(formatted(error).rfind("the AC data table does not match the declared ", 0), 0u) << formatted(error);
+        EXPECT_EQ(job.getLastJobStatus(), JobStatusEnum::FAILED) << malformed.name;
+        EXPECT_EQ(job.getLastJobInfo().status_detail, JobStatusDetailEnum::RUNTIME_ERROR) << malformed.name;
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << malformed.name << ": " << errors;
+        EXPECT_LE(calls, 1u) << malformed.name;  // at most the header
+        const auto status = session.sendRequest(json::object{{"do", "/status"}});
+        EXPECT_TRUE(LinkJsonSession::wasSuccessful(status)) << malformed.name;
         runtime->advance(100ms);
     }
 }

@@ -47,6 +47,45 @@ def dc_header(columns: dict = DC_COLUMNS) -> dict:
             **{key: list(value) for key, value in columns.items()}, "columns": columns}
 
 
+OHM = "\u2126"
+EIS_META = {"dimensions": ["frequency", "periods", "time", "wave_id", "wave_size"], "units": ["Hz", "", "s", "", ""]}
+
+
+def eis_header() -> dict:
+    """An impedance live-data header: one impedance, the voltage and current paths of the main
+    potentiostat, no asynchronous path, the potentiostat, the five meta columns."""
+    u, i = "MAIN:1:POT:U~MUX:1:MUX_U", "MAIN:1:POT:I~MUX:1:MUX_I"
+    groups = {
+        "impedances": [{"impedance_name": "", "numerator": u, "denominator": i,
+                        "dimensions": ["|impedance|", "phase"], "units": [OHM, "rad"]}],
+        "paths": [{"name": "voltage", "uri": u, "dimensions": ["dc", "gain"], "units": ["V", ""]},
+                  {"name": "current", "uri": i, "dimensions": ["dc", "gain"], "units": ["A", ""]}],
+        "async_paths": [],
+        "potentiostats": [{"uri": "MAIN:1:POT", "dimensions": ["dc", "shunt"], "units": ["V", OHM]}],
+    }
+    columns = [EIS_META] + [group for key in groups for group in groups[key]]
+    return {"measurement_type": "Electrochemical Impedance Spectroscopy", "measurement_type_short": "EIS",
+            "dimensions": [d for c in columns for d in c["dimensions"]],
+            "units": [u for c in columns for u in c["units"]], **groups, "meta": EIS_META}
+
+
+def eis_row(frequency: float, wave_id: int = 0, wave: Sequence[float] = (1.0, 2.0, 3.0), **replace: Any) -> dict:
+    """One frequency point that fits ``eis_header()`` (1 kOhm, no phase); ``replace`` swaps
+    whole groups, e.g. ``meta=None`` drops the meta group."""
+    row: dict[str, Any] = {
+        "impedances": [[1000.0, 0.0]], "paths": [[0.0, 1.0], [0.0, 10.0]],
+        "paths_waves": [list(wave), [w / 1000.0 for w in wave]] if wave else [],
+        "async_paths": [], "potentiostats": [[0.0, 1000.0]],
+        "meta": [[frequency, 4.0, 0.1 * wave_id, float(wave_id), float(len(wave))]],
+    }
+    for key, value in replace.items():
+        if value is None:
+            row.pop(key, None)
+        else:
+            row[key] = value
+    return row
+
+
 def rows_base64(rows: Sequence[Sequence[float]]) -> str:
     """Rows as the binary row form: row after row of little-endian doubles, in Base64."""
     return base64.b64encode(b"".join(struct.pack(f"<{len(row)}d", *row) for row in rows)).decode()
