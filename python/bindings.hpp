@@ -25,5 +25,7 @@ void bindEisLiveData(py::module_& m);
 void bindJobsAc(py::module_& m);
 /// EisDataset with its helper objects and the impedance live-data collector; after bindJobsAc.
 void bindEisDataset(py::module_& m);
+/// VrbImporter, the import of the binary dataset snapshots; after both dataset kinds.
+void bindVrb(py::module_& m);
 
 }  // namespace velmar::python

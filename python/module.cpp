@@ -50,6 +50,7 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindJobsDc(m);
     bindJobsAc(m);
     bindEisDataset(m);
+    bindVrb(m);
     bindEvents(m);
     bindLink(m);
 }
