@@ -69,15 +69,25 @@ py::array complexArray(const EisDataset::ComplexTrack& values) {
 /// The class constant `name` of EisDataset.
 py::object constant(const char* name) { return py::type::of<Eis>().attr(name); }
 
+using PyTrack = py::typing::List<double>;
+using PyResult = py::typing::Union<std::shared_ptr<Eis>, ErrorObject>;
+using PyJobInfo = py::typing::Optional<JobInfo>;
+
 /// The track as a list, or EisDataset.EMPTY_TRACK for the shared empty track.
-py::object trackOrEmpty(const Track& track) {
-    if (&track == &Eis::emptyTrack()) return constant("EMPTY_TRACK");
-    return py::cast(track);
+PyTrack trackOrEmpty(const Track& track) {
+    if (&track == &Eis::emptyTrack()) return PyTrack(constant("EMPTY_TRACK"));
+    return PyTrack(py::cast(track));
+}
+
+/// A wave as a list, or EisDataset.EMPTY_TRACKWAVE when it is empty.
+PyTrack waveOrEmpty(const std::vector<double>& wave) {
+    if (wave.empty()) return PyTrack(constant("EMPTY_TRACKWAVE"));
+    return PyTrack(py::cast(wave));
 }
 
 py::int_ toPyIndex(std::size_t index) { return index == Eis::NOT_FOUND ? py::int_(-1) : py::int_(index); }
 
-JobInfo jobInfoFrom(const py::object& jobInfo) { return jobInfo.is_none() ? JobInfo{} : jobInfo.cast<JobInfo>(); }
+JobInfo jobInfoFrom(const PyJobInfo& jobInfo) { return jobInfo.is_none() ? JobInfo{} : jobInfo.cast<JobInfo>(); }
 
 /// The uri of the sync path named `name`, or `name` itself (already a uri, or unknown).
 std::string uriOfPath(const Eis& dataset, const std::string& name) {
@@ -102,9 +112,9 @@ void bindImpedanceData(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
              R"(The impedance as a list of complex, m·cos φ + j·m·sin φ from "|impedance|" and "phase" (radians); empty if one of them is missing.)")
         .def(
             "get_calculated_spectra",
-            [](const D& self) -> py::object {
-                if (!self.isValid()) return constant("EMPTY_SPECTRA");
-                py::dict spectra;
+            [](const D& self) -> py::typing::Dict<double, std::complex<double>> {
+                if (!self.isValid()) return py::typing::Dict<double, std::complex<double>>(constant("EMPTY_SPECTRA"));
+                py::typing::Dict<double, std::complex<double>> spectra;
                 for (const auto& [frequency, value] : self.getCalculatedSpectra()) spectra[py::float_(frequency)] = value;
                 return spectra;
             },
@@ -212,7 +222,7 @@ py::tuple methodOrder() {
 
 void bindDatasetMethods(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
     eis.def(py::init<>(), R"(Creates an empty impedance dataset.)")
-        .def(py::init([](LiveDataHeaderEis header, const py::object& jobInfo) {
+        .def(py::init([](LiveDataHeaderEis header, const PyJobInfo& jobInfo) {
                  return std::make_shared<Eis>(std::move(header), jobInfoFrom(jobInfo));
              }),
              R"(Creates an impedance dataset without rows, with one empty track per column of the header.)", "header"_a,
@@ -242,19 +252,15 @@ void bindDatasetMethods(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
              R"(The wave id of a row: the row index itself when the dataset has no wave-id column.)", "row"_a)
         .def(
             "get_wave_for_row",
-            [](const Eis& self, std::size_t pathIndex, std::size_t row) -> py::object {
-                const auto& wave = self.getWaveForRow(pathIndex, row);
-                if (wave.empty()) return constant("EMPTY_TRACKWAVE");
-                return py::cast(wave);
+            [](const Eis& self, std::size_t pathIndex, std::size_t row) {
+                return waveOrEmpty(self.getWaveForRow(pathIndex, row));
             },
             R"(The wave of a row on the sync path of that index, or EisDataset.EMPTY_TRACKWAVE.)", "path_index"_a,
             "row"_a)
         .def(
             "get_wave_for_row",
-            [](const Eis& self, const std::string& dimension, std::size_t row) -> py::object {
-                const auto& wave = self.getWaveForRow(std::string_view(dimension), row);
-                if (wave.empty()) return constant("EMPTY_TRACKWAVE");
-                return py::cast(wave);
+            [](const Eis& self, const std::string& dimension, std::size_t row) {
+                return waveOrEmpty(self.getWaveForRow(std::string_view(dimension), row));
             },
             R"(The wave of a row on the sync path of that dimension name, or EisDataset.EMPTY_TRACKWAVE.)",
             "dimension"_a, "row"_a)
@@ -328,7 +334,7 @@ and numpy views taken before).)",
              "to_append"_a, "time_offset"_a)
         .def(
             "recreate_original_job",
-            [](const Eis& self) -> py::object {
+            [](const Eis& self) -> py::typing::Optional<AbstractMeasurementJob> {
                 auto job = recreateOriginalAcJob(self.getJobInfo());
                 if (!job) return py::none();
                 return py::cast(job);
@@ -381,7 +387,7 @@ void bindDatasetExtras(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
             "path_index"_a, "row"_a)
         .def(
             "to_binary",
-            [](const Eis& self) -> py::object {
+            [](const Eis& self) -> py::typing::Union<py::typing::Tuple<LiveDataHeaderEis, std::uint64_t, py::bytes>, ErrorObject> {
                 auto binary = eisDatasetToBinary(self);
                 if (!binary) return py::cast(std::move(binary).error());
                 return py::make_tuple(binary->header, binary->rowCount, py::bytes(binary->data));
@@ -390,7 +396,7 @@ void bindDatasetExtras(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
         .def_static(
             "from_binary",
             [](const py::bytes& payload, LiveDataHeaderEis header, std::uint64_t rowCount,
-               const py::object& jobInfo) -> py::object {
+               const PyJobInfo& jobInfo) -> PyResult {
                 auto info = jobInfoFrom(jobInfo);
                 const std::string_view bytes(payload);
                 auto dataset = [&] {
@@ -405,7 +411,7 @@ void bindDatasetExtras(py::class_<Eis, DataSet, std::shared_ptr<Eis>>& eis) {
             "payload"_a, "header"_a, "row_count"_a = 0, "job_info"_a = py::none())
         .def_static(
             "from_json_events",
-            [](const std::string& text) -> py::object {
+            [](const std::string& text) -> PyResult {
                 boost::system::error_code ec;
                 const auto events = parseJsonExact(text, ec);
                 if (ec || !events.is_array()) {

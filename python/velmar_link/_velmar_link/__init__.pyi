@@ -13,7 +13,7 @@ from . import xml
 from . import control
 from . import meas
 from . import calibration
-__all__: list[str] = ['AbstractDataset', 'AbstractMeasurementJob', 'BandwidthRange', 'CalibrationDataTypeEnum', 'CalibrationTypesEnum', 'CardInfo', 'Channel', 'ColumnHeader', 'ComplianceRange', 'CurrentRange', 'DataSet', 'DatasetInfo', 'DatasetType', 'DcDataset', 'DcLiveDataCollector', 'DriftCorrection', 'ErrorCodeEnum', 'ErrorObject', 'ErrorParameter', 'EventTypeEnum', 'FilterRange', 'GainRange', 'HardwareInfo', 'HardwareSettings', 'HardwareSettingsHelper', 'ImpedanceConfiguration', 'JobInfo', 'JobOptions', 'JobStatusDetailEnum', 'JobStatusEnum', 'LiveDataHeader', 'LiveDataHeaderEis', 'LiveDataRowEis', 'LiveDataWavesEis', 'LogSeverityEnum', 'Mux4Connection', 'Mux4ImpedanceConfiguration', 'PathInfo', 'PotConnection', 'PotentiostatConfiguration', 'PotentiostatCoupling', 'PotentiostatInfo', 'QueueStopModeEnum', 'Resource', 'ResourceTypeEnum', 'Setting', 'SettingType', 'SettingsSet', 'SwitchOnInfo', 'TrackNames', 'UnitNames', 'UserHardwareSettings', 'UserPolynomial', 'VelmarLink', 'VelmarLinkConnectionFlags', 'VelmarLinkConnectionStatusEnum', 'VelmarLinkEventHandler', 'VelmarLinkExc', 'VelmarLinkException', 'VoltageRange', 'WebsocketConnectionInfo', 'WorkstationInfo', 'WorkstationModeEnum', 'WorkstationStatus', 'add', 'calibration', 'control', 'factorial', 'meas', 'xml']
+__all__: list[str] = ['AbstractDataset', 'AbstractMeasurementJob', 'AcLiveDataCollector', 'BandwidthRange', 'CalibrationDataTypeEnum', 'CalibrationTypesEnum', 'CardInfo', 'Channel', 'ColumnHeader', 'ComplianceRange', 'CurrentRange', 'DataSet', 'DatasetInfo', 'DatasetType', 'DcDataset', 'DcLiveDataCollector', 'DriftCorrection', 'EisDataset', 'ErrorCodeEnum', 'ErrorObject', 'ErrorParameter', 'EventTypeEnum', 'FilterRange', 'GainRange', 'HardwareInfo', 'HardwareSettings', 'HardwareSettingsHelper', 'ImpedanceConfiguration', 'ImpedanceData', 'ImpedanceDataHeader', 'JobInfo', 'JobOptions', 'JobStatusDetailEnum', 'JobStatusEnum', 'LiveDataHeader', 'LiveDataHeaderEis', 'LiveDataRowEis', 'LiveDataWavesEis', 'LogSeverityEnum', 'Mux4Connection', 'Mux4ImpedanceConfiguration', 'PathData', 'PathDataHeader', 'PathInfo', 'PotConnection', 'PotentiostatConfiguration', 'PotentiostatCoupling', 'PotentiostatData', 'PotentiostatDataHeader', 'PotentiostatInfo', 'QueueStopModeEnum', 'Resource', 'ResourceTypeEnum', 'Setting', 'SettingType', 'SettingsSet', 'SwitchOnInfo', 'TrackNames', 'UnitNames', 'UserHardwareSettings', 'UserPolynomial', 'VelmarLink', 'VelmarLinkConnectionFlags', 'VelmarLinkConnectionStatusEnum', 'VelmarLinkEventHandler', 'VelmarLinkExc', 'VelmarLinkException', 'VoltageRange', 'WebsocketConnectionInfo', 'WorkstationInfo', 'WorkstationModeEnum', 'WorkstationStatus', 'add', 'calibration', 'control', 'factorial', 'meas', 'xml']
 class SettingType(enum.Enum):
     """
     Type enumeration for Setting values
@@ -1726,11 +1726,20 @@ class DcDataset(DataSet):
         """
         The values of the track of that dimension as a list, or DcDataset.EMPTY_TRACK if the dimension does not exist.
         """
+    @typing.overload
     def get_dc_track_array(self, dimension: str) -> numpy.ndarray:
         """
         A read-only numpy float64 view of the track of that dimension, without copy (empty if unknown).
         
         The array keeps the dataset alive. append() invalidates views taken before it.
+        """
+    @typing.overload
+    def get_dc_track_array(self, index: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+        """
+        A read-only numpy float64 view of the track at that column index, without copy (as track_as_numpy).
+        
+        Every column has its track, also without rows (then the array is empty). Raises IndexError for an index out
+        of range. append() invalidates views taken before it.
         """
     def get_dc_tracks(self) -> dict:
         """
@@ -1786,6 +1795,188 @@ class DcDataset(DataSet):
         
         Raises IndexError for an index out of range. append() invalidates views taken before it.
         """
+class ImpedanceDataHeader:
+    """
+    The columns of one measured impedance: the quotient of a numerator over a denominator signal path.
+    """
+    __hash__: typing.ClassVar[None] = None
+    def __eq__(self, other: ImpedanceDataHeader) -> bool:
+        """
+        True when paths, name and columns are equal.
+        """
+    def __init__(self, numerator: str, denominator: str, columns: collections.abc.Sequence[ColumnHeader] = [], impedance_name: str = '') -> None:
+        """
+        Creates an impedance header from the numerator and denominator path uris, its columns and its name.
+        """
+    def __repr__(self) -> str:
+        """
+        The header's numerator and denominator.
+        """
+    def get_columns(self) -> list[ColumnHeader]:
+        """
+        The column headers of the group, as a list of :class:`velmar_link.ColumnHeader`, in column order.
+        """
+    def get_denominator_path(self) -> str:
+        """
+        The uri of the denominator path (typically a current path).
+        """
+    def get_impedance_name(self) -> str:
+        """
+        The configured name of the impedance; an empty string when none was configured.
+        """
+    def get_numerator_path(self) -> str:
+        """
+        The uri of the numerator path (typically a voltage path).
+        """
+    def get_uri(self) -> str:
+        """
+        The numerator uri, "/" and the denominator uri.
+        """
+class PathDataHeader:
+    """
+    The columns of one sampled signal path, named by the path's dimension (such as "voltage").
+    """
+    __hash__: typing.ClassVar[None] = None
+    def __eq__(self, other: PathDataHeader) -> bool:
+        """
+        True when name, uri, columns and polynomial are equal.
+        """
+    def __init__(self, name: str, uri: str, columns: collections.abc.Sequence[ColumnHeader] = []) -> None:
+        """
+        Creates a path header from the path's dimension name, its uri and its columns.
+        """
+    def __repr__(self) -> str:
+        """
+        The header's name and uri.
+        """
+    def get_columns(self) -> list[ColumnHeader]:
+        """
+        The column headers of the group, as a list of :class:`velmar_link.ColumnHeader`, in column order.
+        """
+    def get_name(self) -> str:
+        """
+        The path's dimension name (such as "voltage" or "current"), the key of :meth:`velmar_link.EisDataset.get_paths_data`; "unnamed" when the device sent none.
+        """
+    def get_polynomial(self) -> UserPolynomial | None:
+        """
+        The user polynomial that converts the raw path value, or None.
+        """
+    def get_uri(self) -> str:
+        """
+        The uri of the signal path.
+        """
+class PotentiostatDataHeader:
+    """
+    The columns recorded for one potentiostat at each frequency point.
+    """
+    __hash__: typing.ClassVar[None] = None
+    def __eq__(self, other: PotentiostatDataHeader) -> bool:
+        """
+        True when uri, columns and polynomials are equal.
+        """
+    def __init__(self, uri: str, columns: collections.abc.Sequence[ColumnHeader] = []) -> None:
+        """
+        Creates a potentiostat header from its uri and its columns.
+        """
+    def __repr__(self) -> str:
+        """
+        The header's uri.
+        """
+    def get_columns(self) -> list[ColumnHeader]:
+        """
+        The column headers of the group, as a list of :class:`velmar_link.ColumnHeader`, in column order.
+        """
+    def get_polynomial(self) -> UserPolynomial | None:
+        """
+        The user polynomial of the potentiostat, or None.
+        """
+    def get_potentiostatic_polynomial(self) -> UserPolynomial | None:
+        """
+        The potentiostatic user polynomial of the potentiostat, or None.
+        """
+    def get_uri(self) -> str:
+        """
+        The uri of the potentiostat, such as "MAIN:1:POT".
+        """
+class LiveDataHeaderEis(LiveDataHeader):
+    """
+    The header of an impedance job's live data: the meta columns and the column groups of each impedance, path and potentiostat.
+    
+    :meth:`get_columns` lists every column in the order of the binary result table.
+    """
+    __hash__: typing.ClassVar[None] = None
+    def __eq__(self, other: LiveDataHeaderEis) -> bool:
+        """
+        True when names and every group are equal.
+        """
+    def __init__(self, impedances: collections.abc.Sequence[ImpedanceDataHeader], paths: collections.abc.Sequence[PathDataHeader], async_paths: collections.abc.Sequence[PathDataHeader] = [], potentiostats: collections.abc.Sequence[PotentiostatDataHeader] = [], meta: collections.abc.Sequence[ColumnHeader] = []) -> None:
+        """
+        Creates a header from its groups; the measurement type is "Electrochemical Impedance Spectroscopy" ("EIS").
+        """
+    def get_async_paths_data_headers(self) -> list[PathDataHeader]:
+        """
+        The headers of the asynchronously sampled paths, a list of :class:`velmar_link.PathDataHeader`.
+        """
+    def get_impedances_headers(self) -> list[ImpedanceDataHeader]:
+        """
+        The headers of the impedances, a list of :class:`velmar_link.ImpedanceDataHeader`.
+        """
+    def get_meta_data_header(self) -> list[ColumnHeader]:
+        """
+        The meta columns (frequency, periods, time, wave_id, wave_size, ...), a list of :class:`velmar_link.ColumnHeader`.
+        """
+    def get_paths_data_headers(self) -> list[PathDataHeader]:
+        """
+        The headers of the synchronously sampled paths, a list of :class:`velmar_link.PathDataHeader` in header order.
+        """
+    def get_potentiostats_data_headers(self) -> list[PotentiostatDataHeader]:
+        """
+        The headers of the potentiostats, a list of :class:`velmar_link.PotentiostatDataHeader`.
+        """
+class LiveDataRowEis:
+    """
+    One frequency point of an impedance job's live data; each group holds one list of values per element declared by the header, in header order.
+    """
+    def get_async_paths(self) -> list[list[float]]:
+        """
+        One list of values per asynchronous path.
+        """
+    def get_impedances(self) -> list[list[float]]:
+        """
+        One list of values per impedance, ordered like its columns.
+        """
+    def get_meta(self) -> list[float]:
+        """
+        The row's meta values as one flat list, ordered like :meth:`velmar_link.LiveDataHeaderEis.get_meta_data_header`.
+        """
+    def get_paths(self) -> list[list[float]]:
+        """
+        One list of values per synchronous path.
+        """
+    def get_paths_waves(self) -> list[list[float]]:
+        """
+        One wave per sync path; an empty list for a row that refers to a wave sent with an earlier row of the same wave_id.
+        """
+    def get_potentiostats(self) -> list[list[float]]:
+        """
+        One list of values per potentiostat.
+        """
+class LiveDataWavesEis:
+    """
+    A preview fragment of the waves being recorded at the current frequency point; not needed to build the result.
+    """
+    def get_full_wave_size(self) -> int:
+        """
+        Samples of the complete wave (0 if the device does not send it).
+        """
+    def get_offset(self) -> int:
+        """
+        Index of the fragment's first sample (0 if the device does not send it).
+        """
+    def get_waves(self) -> list[list[float]]:
+        """
+        One fragment per sync path, a list of lists of floats.
+        """
 class DcLiveDataCollector:
     """
     Collects a DC job's live data into a DcDataset without calling Python.
@@ -1798,73 +1989,511 @@ class DcLiveDataCollector:
         """
         True once the live data of the job has ended.
         """
-class LiveDataHeaderEis(LiveDataHeader):
+class EisDataset(DataSet):
     """
-    The header of an impedance job's live data.
+    Class which contains EIS data.
+    
+    Lookups never raise: what is not found is one of the class constants EMPTY_TRACK,
+    EMPTY_COMPLEX_TRACK, EMPTY_SPECTRA, EMPTY_TRACKWAVE, INVALID_PATH, INVALID_IMPEDANCE_DATA and
+    INVALID_POTENTIOSTAT; compare with ``is``. The ``*_array`` methods return numpy views without copy.
     """
-    def get_async_paths_data_headers(self) -> typing.Any:
+    class ImpedanceData:
         """
-        The headers of the asynchronous paths, one dict per path.
+        One impedance of an EisDataset: its tracks by name and the values derived from them.
+        
+        The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
         """
-    def get_impedances_headers(self) -> typing.Any:
+        def get_calculated_complex_impedance_track(self) -> list[complex]:
+            """
+            The impedance as a list of complex, m·cos φ + j·m·sin φ from "|impedance|" and "phase" (radians); empty if one of them is missing.
+            """
+        def get_calculated_spectra(self) -> dict[float, complex]:
+            """
+            A dict of frequency (float, Hz) to the complex impedance at that frequency.
+            """
+        def get_complex_impedance_array(self) -> numpy.ndarray:
+            """
+            The impedance as a new numpy complex128 array, computed from "|impedance|" and "phase".
+            """
+        def get_denominator_dimension(self) -> str:
+            """
+            The dimension name of the denominator path (such as "current"), or its uri if the path is not in the dataset.
+            """
+        def get_header(self) -> ImpedanceDataHeader:
+            """
+            The :class:`velmar_link.ImpedanceDataHeader` of the impedance.
+            """
+        def get_impedance_name(self) -> str:
+            """
+            The configured name, or the "numerator/denominator" signal-path quotient when none was configured.
+            """
+        def get_numerator_dimension(self) -> str:
+            """
+            The dimension name of the numerator path (such as "voltage"), or its uri if the path is not in the dataset.
+            """
+        def get_track(self, track_name: str) -> list[float]:
+            """
+            The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+            """
+        def get_track_array(self, track_name: str) -> numpy.ndarray:
+            """
+            The track of that name as a numpy array (empty if there is none).
+            
+            The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+            """
+        def get_track_names(self) -> list[str]:
+            """
+            The names (dimensions) of its tracks, in column order.
+            """
+        def is_valid(self) -> bool:
+            """
+            False for the sentinel EisDataset.INVALID_IMPEDANCE_DATA.
+            """
+    class PathData:
         """
-        The headers of the impedances, one dict per impedance.
+        One synchronously sampled path of an EisDataset: its tracks, its waves and the impedances it takes part in.
+        
+        The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
         """
-    def get_meta_data_header(self) -> typing.Any:
+        def get_dc_track(self) -> list[float]:
+            """
+            The "dc" track as a list, or EisDataset.EMPTY_TRACK if there is none.
+            """
+        def get_header(self) -> PathDataHeader:
+            """
+            The :class:`velmar_link.PathDataHeader` of the path.
+            """
+        def get_impedance_data(self, name: str) -> EisDataset.ImpedanceData:
+            """
+            The impedance of that name (impedance name or "numerator/denominator") in which this path takes part, or EisDataset.INVALID_IMPEDANCE_DATA.
+            """
+        def get_impedances_data(self) -> list[EisDataset.ImpedanceData]:
+            """
+            The :class:`velmar_link.EisDataset.ImpedanceData` of the impedances in which this path is numerator or denominator.
+            """
+        def get_name(self) -> str:
+            """
+            The path's dimension name, such as "voltage".
+            """
+        def get_track(self, track_name: str) -> list[float]:
+            """
+            The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+            """
+        def get_track_array(self, track_name: str) -> numpy.ndarray:
+            """
+            The track of that name as a numpy array (empty if there is none).
+            
+            The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+            """
+        def get_track_names(self) -> list[str]:
+            """
+            The names (dimensions) of its tracks, in column order.
+            """
+        def get_wave_array(self, wave_id: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+            """
+            The wave of that id as a numpy array; raises IndexError for an id out of range.
+            
+            The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+            """
+        def get_waves(self) -> list[list[float]]:
+            """
+            The recorded waves as a list of lists of floats, indexed by wave id.
+            """
+        def is_valid(self) -> bool:
+            """
+            False for the sentinel EisDataset.INVALID_PATH.
+            """
+    class PotentiostatData:
         """
-        The headers of the meta columns.
+        One potentiostat of an EisDataset: its tracks by name.
+        
+        The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
         """
-    def get_paths_data_headers(self) -> typing.Any:
+        def get_dc_track(self) -> list[float]:
+            """
+            The "dc" track as a list, or EisDataset.EMPTY_TRACK if there is none.
+            """
+        def get_header(self) -> PotentiostatDataHeader:
+            """
+            The :class:`velmar_link.PotentiostatDataHeader` of the potentiostat.
+            """
+        def get_identifier(self) -> str:
+            """
+            The uri of the potentiostat, such as "MAIN:1:POT".
+            """
+        def get_track(self, track_name: str) -> list[float]:
+            """
+            The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+            """
+        def get_track_array(self, track_name: str) -> numpy.ndarray:
+            """
+            The track of that name as a numpy array (empty if there is none).
+            
+            The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+            """
+        def get_track_names(self) -> list[str]:
+            """
+            The names (dimensions) of its tracks, in column order.
+            """
+        def is_valid(self) -> bool:
+            """
+            False for the sentinel EisDataset.INVALID_POTENTIOSTAT.
+            """
+    EMPTY_COMPLEX_TRACK: typing.ClassVar[list] = list()
+    EMPTY_SPECTRA: typing.ClassVar[dict] = {}
+    EMPTY_TRACK: typing.ClassVar[list] = list()
+    EMPTY_TRACKWAVE: typing.ClassVar[list] = list()
+    INVALID_IMPEDANCE_DATA: typing.ClassVar[EisDataset.ImpedanceData]
+    INVALID_PATH: typing.ClassVar[EisDataset.PathData]
+    INVALID_POTENTIOSTAT: typing.ClassVar[EisDataset.PotentiostatData]
+    _fields: typing.ClassVar[tuple[str, ...]] = ('get_row_count', 'get_frequencies', 'get_periods', 'get_times', 'get_meta_data_header', 'get_meta_column', 'get_wave_ids', 'get_wave_sizes', 'get_wave_id_for_row', 'get_wave_for_row', 'get_impedances_dimensions', 'get_impedances_names', 'get_impedances_data', 'get_impedance_data', 'get_impedance_data_by_name', 'get_paths_dimensions', 'get_paths_data', 'get_path_data', 'get_potentiostats_identifiers', 'get_potentiostats_data', 'get_potentiostat_data', 'append', 'recreate_original_job')
+    @staticmethod
+    def from_binary(payload: bytes, header: LiveDataHeaderEis, row_count: typing.SupportsInt | typing.SupportsIndex = 0, job_info: JobInfo | None = None) -> EisDataset | ErrorObject:
         """
-        The headers of the synchronous paths, one dict per path.
+        Builds a dataset from its flat binary form and header; row_count 0 derives it from the length. Returns the EisDataset or an ErrorObject.
         """
-    def get_potentiostats_data_headers(self) -> typing.Any:
+    @staticmethod
+    def from_json_events(text: str) -> EisDataset | ErrorObject:
         """
-        The headers of the potentiostats, one dict per potentiostat.
+        Builds a dataset from a JSON array of recorded live-data events (LIVE_DATA_HEADER_EIS, LIVE_DATA_ROW_EIS, LIVE_DATA_FINISHED).
+        
+        Returns the EisDataset, or an ErrorObject if the text is not valid JSON or the events are malformed.
         """
-class LiveDataRowEis:
+    def __copy__(self) -> EisDataset:
+        """
+        A copy of the dataset.
+        """
+    def __deepcopy__(self, memo: dict) -> EisDataset:
+        """
+        A copy of the dataset (the values are always copied).
+        """
+    @typing.overload
+    def __init__(self) -> None:
+        """
+        Creates an empty impedance dataset.
+        """
+    @typing.overload
+    def __init__(self, header: LiveDataHeaderEis, job_info: JobInfo | None = None) -> None:
+        """
+        Creates an impedance dataset without rows, with one empty track per column of the header.
+        """
+    def append(self, to_append: EisDataset, time_offset: typing.SupportsFloat | typing.SupportsIndex) -> bool:
+        """
+        Appends another impedance result behind this one; True on success.
+        
+        The time track of the appended rows continues after the last time value plus time_offset seconds.
+        AFTER THAT OPERATION ALL HELPER OBJECTS ARE INVALID (ImpedanceData, PathData, PotentiostatData
+        and numpy views taken before).
+        """
+    def get_frequencies(self) -> list[float]:
+        """
+        The "frequency" meta track (Hz) as a list.
+        """
+    def get_frequencies_array(self) -> numpy.ndarray:
+        """
+        The "frequency" meta track as a numpy array.
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_header(self) -> LiveDataHeaderEis:
+        """
+        The :class:`velmar_link.LiveDataHeaderEis` of the dataset.
+        """
+    def get_impedance_array(self, index: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+        """
+        Impedance `index` (in header order) as a new numpy complex128 array; empty when out of range or without "|impedance|" or "phase".
+        """
+    @typing.overload
+    def get_impedance_data(self, dimension: str) -> EisDataset.ImpedanceData:
+        """
+        The first impedance whose numerator or denominator is that path (dimension name or uri), or EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+    @typing.overload
+    def get_impedance_data(self, numerator: str, denominator: str) -> EisDataset.ImpedanceData:
+        """
+        The impedance of that numerator and denominator path (dimension names or uris), or EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+    def get_impedance_data_by_name(self, impedance_name: str) -> EisDataset.ImpedanceData:
+        """
+        The first impedance whose configured name is that text, or EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+    def get_impedances_data(self) -> dict[tuple[str, str], EisDataset.ImpedanceData]:
+        """
+        A dict of (numerator dimension, denominator dimension) to :class:`velmar_link.EisDataset.ImpedanceData`.
+        """
+    def get_impedances_dimensions(self) -> list[str]:
+        """
+        The impedances as "numerator dimension/denominator dimension" texts, in the order of get_impedances_data.
+        """
+    def get_impedances_names(self) -> list[str]:
+        """
+        The names of the impedances, in the same order as get_impedances_dimensions.
+        """
+    def get_included_datasets(self) -> list[tuple[str, int]]:
+        """
+        A list of (job type, number of rows) pairs, one per job result in this dataset.
+        """
+    def get_job_type(self) -> str:
+        """
+        The job type ("EIS Combined" after joining other kinds).
+        """
+    def get_job_type_short(self) -> str:
+        """
+        The short job type.
+        """
+    def get_meta_column(self, index: typing.SupportsInt | typing.SupportsIndex) -> list[float]:
+        """
+        Meta track `index` as a list, or EisDataset.EMPTY_TRACK when the index is out of range.
+        """
+    def get_meta_column_array(self, index: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+        """
+        Meta track `index` as a numpy array (empty when out of range).
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_meta_data_header(self) -> list[ColumnHeader]:
+        """
+        The :class:`velmar_link.ColumnHeader` of each meta column, in column order.
+        """
+    def get_path_data(self, identifier: str) -> EisDataset.PathData:
+        """
+        The sync path of that dimension name, or EisDataset.INVALID_PATH.
+        """
+    def get_paths_data(self) -> dict[str, EisDataset.PathData]:
+        """
+        A dict of dimension name to :class:`velmar_link.EisDataset.PathData`, sorted by dimension name.
+        """
+    def get_paths_dimensions(self) -> list[str]:
+        """
+        The dimension names of the sync paths.
+        """
+    def get_periods(self) -> list[float]:
+        """
+        The "periods" meta track as a list.
+        """
+    def get_potentiostat_data(self, identifier: str) -> EisDataset.PotentiostatData:
+        """
+        The potentiostat of that uri, or EisDataset.INVALID_POTENTIOSTAT.
+        """
+    def get_potentiostats_data(self) -> dict[str, EisDataset.PotentiostatData]:
+        """
+        A dict of uri to :class:`velmar_link.EisDataset.PotentiostatData`.
+        """
+    def get_potentiostats_identifiers(self) -> list[str]:
+        """
+        The uris of the potentiostats.
+        """
+    def get_row_count(self) -> int:
+        """
+        The number of rows (frequency points).
+        """
+    def get_times(self) -> list[float]:
+        """
+        The "time" meta track (s from the job's start) as a list.
+        """
+    def get_times_array(self) -> numpy.ndarray:
+        """
+        The "time" meta track as a numpy array.
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    @typing.overload
+    def get_wave_for_row(self, path_index: typing.SupportsInt | typing.SupportsIndex, row: typing.SupportsInt | typing.SupportsIndex) -> list[float]:
+        """
+        The wave of a row on the sync path of that index, or EisDataset.EMPTY_TRACKWAVE.
+        """
+    @typing.overload
+    def get_wave_for_row(self, dimension: str, row: typing.SupportsInt | typing.SupportsIndex) -> list[float]:
+        """
+        The wave of a row on the sync path of that dimension name, or EisDataset.EMPTY_TRACKWAVE.
+        """
+    def get_wave_for_row_array(self, path_index: typing.SupportsInt | typing.SupportsIndex, row: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+        """
+        The wave of a row on the sync path of that index as a numpy array (empty if none).
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_wave_id_for_row(self, row: typing.SupportsInt | typing.SupportsIndex) -> int:
+        """
+        The wave id of a row: the row index itself when the dataset has no wave-id column.
+        """
+    def get_wave_ids(self) -> list[float]:
+        """
+        The "wave_id" meta track: the wave of each row; -1 means the point carries no wave.
+        """
+    def get_wave_sizes(self) -> list[float]:
+        """
+        The "wave_size" meta track: samples per wave of each row.
+        """
+    def has_consistent_shape(self) -> bool:
+        """
+        True when every track has the row count.
+        """
+    def recreate_original_job(self) -> AbstractMeasurementJob | None:
+        """
+        The job that produced the dataset, with its parameters and metadata, or None if the job type is unknown or the parameters are missing.
+        """
+    def to_binary(self) -> tuple[LiveDataHeaderEis, int, bytes] | ErrorObject:
+        """
+        The flat binary form: a tuple (LiveDataHeaderEis, row count, bytes), or an ErrorObject if the dataset does not have the shape its header describes.
+        """
+class ImpedanceData:
     """
-    One frequency point of an impedance job's live data.
+    One impedance of an EisDataset: its tracks by name and the values derived from them.
+    
+    The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
     """
-    def get_async_paths(self) -> list[list[float]]:
+    def get_calculated_complex_impedance_track(self: EisDataset.ImpedanceData) -> list[complex]:
         """
-        One list per asynchronous path.
+        The impedance as a list of complex, m·cos φ + j·m·sin φ from "|impedance|" and "phase" (radians); empty if one of them is missing.
         """
-    def get_impedances(self) -> list[list[float]]:
+    def get_calculated_spectra(self: EisDataset.ImpedanceData) -> dict[float, complex]:
         """
-        One list per impedance.
+        A dict of frequency (float, Hz) to the complex impedance at that frequency.
         """
-    def get_meta(self) -> list[list[float]]:
+    def get_complex_impedance_array(self: EisDataset.ImpedanceData) -> numpy.ndarray:
         """
-        The row's meta values, ordered like :meth:`velmar_link.LiveDataHeaderEis.get_meta_data_header`.
+        The impedance as a new numpy complex128 array, computed from "|impedance|" and "phase".
         """
-    def get_paths(self) -> list[list[float]]:
+    def get_denominator_dimension(self: EisDataset.ImpedanceData) -> str:
         """
-        One list per synchronous path.
+        The dimension name of the denominator path (such as "current"), or its uri if the path is not in the dataset.
         """
-    def get_paths_waves(self) -> list[list[float]]:
+    def get_header(self: EisDataset.ImpedanceData) -> ImpedanceDataHeader:
         """
-        One wave per sync path; an empty list for a row that refers to a wave sent with an earlier row of the same wave_id.
+        The :class:`velmar_link.ImpedanceDataHeader` of the impedance.
         """
-    def get_potentiostats(self) -> list[list[float]]:
+    def get_impedance_name(self: EisDataset.ImpedanceData) -> str:
         """
-        One list per potentiostat.
+        The configured name, or the "numerator/denominator" signal-path quotient when none was configured.
         """
-class LiveDataWavesEis:
+    def get_numerator_dimension(self: EisDataset.ImpedanceData) -> str:
+        """
+        The dimension name of the numerator path (such as "voltage"), or its uri if the path is not in the dataset.
+        """
+    def get_track(self: EisDataset.ImpedanceData, track_name: str) -> list[float]:
+        """
+        The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+        """
+    def get_track_array(self: EisDataset.ImpedanceData, track_name: str) -> numpy.ndarray:
+        """
+        The track of that name as a numpy array (empty if there is none).
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_track_names(self: EisDataset.ImpedanceData) -> list[str]:
+        """
+        The names (dimensions) of its tracks, in column order.
+        """
+    def is_valid(self: EisDataset.ImpedanceData) -> bool:
+        """
+        False for the sentinel EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+class PathData:
     """
-    A preview fragment of the waves being recorded.
+    One synchronously sampled path of an EisDataset: its tracks, its waves and the impedances it takes part in.
+    
+    The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
     """
-    def get_full_wave_size(self) -> int:
+    def get_dc_track(self: EisDataset.PathData) -> list[float]:
         """
-        Samples of the complete wave (0 if the device does not send it).
+        The "dc" track as a list, or EisDataset.EMPTY_TRACK if there is none.
         """
-    def get_offset(self) -> int:
+    def get_header(self: EisDataset.PathData) -> PathDataHeader:
         """
-        Index of the fragment's first sample (0 if the device does not send it).
+        The :class:`velmar_link.PathDataHeader` of the path.
         """
-    def get_waves(self) -> list[list[float]]:
+    def get_impedance_data(self: EisDataset.PathData, name: str) -> EisDataset.ImpedanceData:
         """
-        One fragment per sync path.
+        The impedance of that name (impedance name or "numerator/denominator") in which this path takes part, or EisDataset.INVALID_IMPEDANCE_DATA.
+        """
+    def get_impedances_data(self: EisDataset.PathData) -> list[EisDataset.ImpedanceData]:
+        """
+        The :class:`velmar_link.EisDataset.ImpedanceData` of the impedances in which this path is numerator or denominator.
+        """
+    def get_name(self: EisDataset.PathData) -> str:
+        """
+        The path's dimension name, such as "voltage".
+        """
+    def get_track(self: EisDataset.PathData, track_name: str) -> list[float]:
+        """
+        The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+        """
+    def get_track_array(self: EisDataset.PathData, track_name: str) -> numpy.ndarray:
+        """
+        The track of that name as a numpy array (empty if there is none).
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_track_names(self: EisDataset.PathData) -> list[str]:
+        """
+        The names (dimensions) of its tracks, in column order.
+        """
+    def get_wave_array(self: EisDataset.PathData, wave_id: typing.SupportsInt | typing.SupportsIndex) -> numpy.ndarray:
+        """
+        The wave of that id as a numpy array; raises IndexError for an id out of range.
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_waves(self: EisDataset.PathData) -> list[list[float]]:
+        """
+        The recorded waves as a list of lists of floats, indexed by wave id.
+        """
+    def is_valid(self: EisDataset.PathData) -> bool:
+        """
+        False for the sentinel EisDataset.INVALID_PATH.
+        """
+class PotentiostatData:
+    """
+    One potentiostat of an EisDataset: its tracks by name.
+    
+    The object belongs to its dataset and keeps it alive; AFTER :meth:`velmar_link.EisDataset.append` IT IS INVALID.
+    """
+    def get_dc_track(self: EisDataset.PotentiostatData) -> list[float]:
+        """
+        The "dc" track as a list, or EisDataset.EMPTY_TRACK if there is none.
+        """
+    def get_header(self: EisDataset.PotentiostatData) -> PotentiostatDataHeader:
+        """
+        The :class:`velmar_link.PotentiostatDataHeader` of the potentiostat.
+        """
+    def get_identifier(self: EisDataset.PotentiostatData) -> str:
+        """
+        The uri of the potentiostat, such as "MAIN:1:POT".
+        """
+    def get_track(self: EisDataset.PotentiostatData, track_name: str) -> list[float]:
+        """
+        The values of the track of that name as a list, or EisDataset.EMPTY_TRACK if there is none.
+        """
+    def get_track_array(self: EisDataset.PotentiostatData, track_name: str) -> numpy.ndarray:
+        """
+        The track of that name as a numpy array (empty if there is none).
+        
+        The read-only float64 array views the dataset's memory without copy and keeps the dataset alive; :meth:`velmar_link.EisDataset.append` invalidates views taken before it.
+        """
+    def get_track_names(self: EisDataset.PotentiostatData) -> list[str]:
+        """
+        The names (dimensions) of its tracks, in column order.
+        """
+    def is_valid(self: EisDataset.PotentiostatData) -> bool:
+        """
+        False for the sentinel EisDataset.INVALID_POTENTIOSTAT.
+        """
+class AcLiveDataCollector:
+    """
+    Collects an impedance job's live data into an EisDataset without calling Python: the header starts the dataset, each row adds a frequency point with its waves.
+    """
+    def get_dataset(self) -> EisDataset:
+        """
+        A copy of the dataset collected so far; call it after the job has ended.
+        """
+    def get_wave_fragment_count(self) -> int:
+        """
+        The number of wave preview fragments received since the header.
+        """
+    def is_finished(self) -> bool:
+        """
+        True once the live data of the job has ended.
         """
 class VelmarLinkEventHandler:
     """

@@ -9,1054 +9,6 @@ import typing
 import velmar_link._velmar_link
 from . import stop
 __all__: list[str] = ['AcCvJob', 'AcCvParametersPy', 'CvJob', 'CvParametersPy', 'DpvJob', 'DpvParametersPy', 'EisFrequencyRangeGenerate', 'EisFrequencyTableJob', 'EisGenerateJob', 'EisMultiSineTable', 'EisMultiSineTableEntry', 'EisMultiSineTablePy', 'EisMultisineFrequencyRangeGenerate', 'EisMultisineGenerateJob', 'EisMultisineParametersGeneratePy', 'EisMultisineTableJob', 'EisParametersFrequencyTable', 'EisParametersFrequencyTableEntry', 'EisParametersFrequencyTablePy', 'EisParametersGeneratePy', 'FastCyclingJob', 'FastCyclingParametersPy', 'GeisVaFrequencyTableJob', 'GeisVaGenerateJob', 'GeisVaParametersFrequencyTable', 'GeisVaParametersFrequencyTablePy', 'GeisVaParametersGeneratePy', 'NpvJob', 'NpvParametersPy', 'OcvJob', 'OcvParametersPy', 'PogaJob', 'PogaParametersPy', 'RampJob', 'RampParametersPy', 'SteadyStairsJob', 'SteadyStairsParametersPy', 'SwvJob', 'SwvParametersPy', 'WaveFileJob', 'WaveFileParametersPy', 'WaveJob', 'WaveParametersPy', 'stop']
-class EisFrequencyRangeGenerate:
-    """
-    Generated frequencies: logarithmically equidistant steps (points_per_decade_upper) between 66 Hz and the maximum frequency, the density changing linearly down to points_per_decade_lower at the minimum frequency.
-    """
-    def __copy__(self) -> EisFrequencyRangeGenerate:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisFrequencyRangeGenerate:
-        """
-        An independent copy.
-        """
-    def __init__(self, type: str = 'generate', min_frequency: typing.SupportsFloat | typing.SupportsIndex = 100.0, max_frequency: typing.SupportsFloat | typing.SupportsIndex = 1000000.0, start_frequency: typing.SupportsFloat | typing.SupportsIndex = 10000.0, points_per_decade_upper: typing.SupportsInt | typing.SupportsIndex = 20, points_per_decade_lower: typing.SupportsInt | typing.SupportsIndex = 5, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def amplitude(self) -> float:
-        """
-        The "amplitude" value (the key of the same name on the wire).
-        """
-    @amplitude.setter
-    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def max_frequency(self) -> float:
-        """
-        The "max_frequency" value (the key of the same name on the wire).
-        """
-    @max_frequency.setter
-    def max_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_duration(self) -> float:
-        """
-        The "meas_duration" value (the key of the same name on the wire).
-        """
-    @meas_duration.setter
-    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_waves(self) -> int:
-        """
-        The "meas_waves" value (the key of the same name on the wire).
-        """
-    @meas_waves.setter
-    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def min_frequency(self) -> float:
-        """
-        The "min_frequency" value (the key of the same name on the wire).
-        """
-    @min_frequency.setter
-    def min_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def points_per_decade_lower(self) -> int:
-        """
-        The "points_per_decade_lower" value (the key of the same name on the wire).
-        """
-    @points_per_decade_lower.setter
-    def points_per_decade_lower(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def points_per_decade_upper(self) -> int:
-        """
-        The "points_per_decade_upper" value (the key of the same name on the wire).
-        """
-    @points_per_decade_upper.setter
-    def points_per_decade_upper(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_duration(self) -> float:
-        """
-        The "pre_duration" value (the key of the same name on the wire).
-        """
-    @pre_duration.setter
-    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_waves(self) -> int:
-        """
-        The "pre_waves" value (the key of the same name on the wire).
-        """
-    @pre_waves.setter
-    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def start_frequency(self) -> float:
-        """
-        The "start_frequency" value (the key of the same name on the wire).
-        """
-    @start_frequency.setter
-    def start_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def type(self) -> str:
-        """
-        The "type" value (the key of the same name on the wire).
-        """
-    @type.setter
-    def type(self, arg0: str) -> None:
-        ...
-class EisMultisineFrequencyRangeGenerate:
-    """
-    Generated frequencies of a multisine measurement.
-    """
-    def __copy__(self) -> EisMultisineFrequencyRangeGenerate:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisMultisineFrequencyRangeGenerate:
-        """
-        An independent copy.
-        """
-    def __init__(self, type: str = 'generate', min_frequency: typing.SupportsFloat | typing.SupportsIndex = 100.0, max_frequency: typing.SupportsFloat | typing.SupportsIndex = 1000000.0, start_frequency: typing.SupportsFloat | typing.SupportsIndex = 10000.0, points_per_decade_upper: typing.SupportsInt | typing.SupportsIndex = 20, points_per_decade_lower: typing.SupportsInt | typing.SupportsIndex = 5, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, multisine_pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, multisine_meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, multisine_decades: typing.SupportsInt | typing.SupportsIndex = 1, multisine_starting_harmonic: typing.SupportsInt | typing.SupportsIndex = 1) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def amplitude(self) -> float:
-        """
-        The "amplitude" value (the key of the same name on the wire).
-        """
-    @amplitude.setter
-    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def max_frequency(self) -> float:
-        """
-        The "max_frequency" value (the key of the same name on the wire).
-        """
-    @max_frequency.setter
-    def max_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_duration(self) -> float:
-        """
-        The "meas_duration" value (the key of the same name on the wire).
-        """
-    @meas_duration.setter
-    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_waves(self) -> int:
-        """
-        The "meas_waves" value (the key of the same name on the wire).
-        """
-    @meas_waves.setter
-    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def min_frequency(self) -> float:
-        """
-        The "min_frequency" value (the key of the same name on the wire).
-        """
-    @min_frequency.setter
-    def min_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def multisine_decades(self) -> int:
-        """
-        The "multisine_decades" value (the key of the same name on the wire).
-        """
-    @multisine_decades.setter
-    def multisine_decades(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def multisine_meas_waves(self) -> int:
-        """
-        The "multisine_meas_waves" value (the key of the same name on the wire).
-        """
-    @multisine_meas_waves.setter
-    def multisine_meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def multisine_pre_waves(self) -> int:
-        """
-        The "multisine_pre_waves" value (the key of the same name on the wire).
-        """
-    @multisine_pre_waves.setter
-    def multisine_pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def multisine_starting_harmonic(self) -> int:
-        """
-        The "multisine_starting_harmonic" value (the key of the same name on the wire).
-        """
-    @multisine_starting_harmonic.setter
-    def multisine_starting_harmonic(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def points_per_decade_lower(self) -> int:
-        """
-        The "points_per_decade_lower" value (the key of the same name on the wire).
-        """
-    @points_per_decade_lower.setter
-    def points_per_decade_lower(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def points_per_decade_upper(self) -> int:
-        """
-        The "points_per_decade_upper" value (the key of the same name on the wire).
-        """
-    @points_per_decade_upper.setter
-    def points_per_decade_upper(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_duration(self) -> float:
-        """
-        The "pre_duration" value (the key of the same name on the wire).
-        """
-    @pre_duration.setter
-    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_waves(self) -> int:
-        """
-        The "pre_waves" value (the key of the same name on the wire).
-        """
-    @pre_waves.setter
-    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def start_frequency(self) -> float:
-        """
-        The "start_frequency" value (the key of the same name on the wire).
-        """
-    @start_frequency.setter
-    def start_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def type(self) -> str:
-        """
-        The "type" value (the key of the same name on the wire).
-        """
-    @type.setter
-    def type(self, arg0: str) -> None:
-        ...
-class EisParametersFrequencyTableEntry:
-    """
-    One point of a frequency table with its timing.
-    """
-    def __copy__(self) -> EisParametersFrequencyTableEntry:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTableEntry:
-        """
-        An independent copy.
-        """
-    def __init__(self, frequency: typing.SupportsFloat | typing.SupportsIndex = 1000.0, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def amplitude(self) -> float:
-        """
-        The "amplitude" value (the key of the same name on the wire).
-        """
-    @amplitude.setter
-    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def frequency(self) -> float:
-        """
-        The "frequency" value (the key of the same name on the wire).
-        """
-    @frequency.setter
-    def frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_duration(self) -> float:
-        """
-        The "meas_duration" value (the key of the same name on the wire).
-        """
-    @meas_duration.setter
-    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_waves(self) -> int:
-        """
-        The "meas_waves" value (the key of the same name on the wire).
-        """
-    @meas_waves.setter
-    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_duration(self) -> float:
-        """
-        The "pre_duration" value (the key of the same name on the wire).
-        """
-    @pre_duration.setter
-    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_waves(self) -> int:
-        """
-        The "pre_waves" value (the key of the same name on the wire).
-        """
-    @pre_waves.setter
-    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-class EisParametersFrequencyTable:
-    """
-    The frequency table of :class:`velmar_link.meas.EisFrequencyTableJob`.
-    """
-    def __copy__(self) -> EisParametersFrequencyTable:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTable:
-        """
-        An independent copy.
-        """
-    def __init__(self, type: str = 'table', spectrum: collections.abc.Sequence[EisParametersFrequencyTableEntry] = []) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def spectrum(self) -> list[EisParametersFrequencyTableEntry]:
-        """
-        The "spectrum" value (the key of the same name on the wire).
-        """
-    @spectrum.setter
-    def spectrum(self, arg0: collections.abc.Sequence[EisParametersFrequencyTableEntry]) -> None:
-        ...
-    @property
-    def type(self) -> str:
-        """
-        The "type" value (the key of the same name on the wire).
-        """
-    @type.setter
-    def type(self, arg0: str) -> None:
-        ...
-class GeisVaParametersFrequencyTable:
-    """
-    The frequency table of :class:`velmar_link.meas.GeisVaFrequencyTableJob`.
-    """
-    def __copy__(self) -> GeisVaParametersFrequencyTable:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> GeisVaParametersFrequencyTable:
-        """
-        An independent copy.
-        """
-    def __init__(self, type: str = 'table', spectrum: collections.abc.Sequence[EisParametersFrequencyTableEntry] = []) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def spectrum(self) -> list[EisParametersFrequencyTableEntry]:
-        """
-        The "spectrum" value (the key of the same name on the wire).
-        """
-    @spectrum.setter
-    def spectrum(self, arg0: collections.abc.Sequence[EisParametersFrequencyTableEntry]) -> None:
-        ...
-    @property
-    def type(self) -> str:
-        """
-        The "type" value (the key of the same name on the wire).
-        """
-    @type.setter
-    def type(self, arg0: str) -> None:
-        ...
-class EisMultiSineTableEntry:
-    """
-    One harmonic of a multisine table.
-    """
-    def __copy__(self) -> EisMultiSineTableEntry:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisMultiSineTableEntry:
-        """
-        An independent copy.
-        """
-    def __init__(self, harmonic: typing.SupportsInt | typing.SupportsIndex = 1, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def amplitude(self) -> float:
-        """
-        The "amplitude" value (the key of the same name on the wire).
-        """
-    @amplitude.setter
-    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def harmonic(self) -> int:
-        """
-        The "harmonic" value (the key of the same name on the wire).
-        """
-    @harmonic.setter
-    def harmonic(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-class EisMultiSineTable:
-    """
-    The multisine table: harmonics of one fundamental frequency with their timing.
-    """
-    def __copy__(self) -> EisMultiSineTable:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisMultiSineTable:
-        """
-        An independent copy.
-        """
-    def __init__(self, type: str = 'table', fundamental_frequency: typing.SupportsFloat | typing.SupportsIndex = 1.0, harmonics: collections.abc.Sequence[EisMultiSineTableEntry] = [], pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def fundamental_frequency(self) -> float:
-        """
-        The "fundamental_frequency" value (the key of the same name on the wire).
-        """
-    @fundamental_frequency.setter
-    def fundamental_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def harmonics(self) -> list[EisMultiSineTableEntry]:
-        """
-        The "harmonics" value (the key of the same name on the wire).
-        """
-    @harmonics.setter
-    def harmonics(self, arg0: collections.abc.Sequence[EisMultiSineTableEntry]) -> None:
-        ...
-    @property
-    def meas_duration(self) -> float:
-        """
-        The "meas_duration" value (the key of the same name on the wire).
-        """
-    @meas_duration.setter
-    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def meas_waves(self) -> int:
-        """
-        The "meas_waves" value (the key of the same name on the wire).
-        """
-    @meas_waves.setter
-    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_duration(self) -> float:
-        """
-        The "pre_duration" value (the key of the same name on the wire).
-        """
-    @pre_duration.setter
-    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def pre_waves(self) -> int:
-        """
-        The "pre_waves" value (the key of the same name on the wire).
-        """
-    @pre_waves.setter
-    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def type(self) -> str:
-        """
-        The "type" value (the key of the same name on the wire).
-        """
-    @type.setter
-    def type(self, arg0: str) -> None:
-        ...
-class EisParametersGeneratePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.EisGenerateJob`.
-    """
-    def __copy__(self) -> EisParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisFrequencyRangeGenerate = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> EisFrequencyRangeGenerate:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: EisFrequencyRangeGenerate) -> None:
-        ...
-class EisGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Potentiostatic impedance spectroscopy over generated frequencies.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "eis",
-                    "parameters": {
-                        "bias": 0.0,
-                        "frequency_range": {
-                            "type": "generate",
-                            "min_frequency": 100.0,
-                            "max_frequency": 1000000.0,
-                            "start_frequency": 10000.0,
-                            "points_per_decade_upper": 20,
-                            "points_per_decade_lower": 5,
-                            "pre_duration": 0.1,
-                            "pre_waves": 1,
-                            "meas_duration": 1.0,
-                            "meas_waves": 5,
-                            "amplitude": 0.01
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> EisParametersGeneratePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
-class EisParametersFrequencyTablePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.EisFrequencyTableJob`.
-    """
-    def __copy__(self) -> EisParametersFrequencyTablePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTablePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisParametersFrequencyTable = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> EisParametersFrequencyTable:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: EisParametersFrequencyTable) -> None:
-        ...
-class EisFrequencyTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Potentiostatic impedance spectroscopy over a frequency table.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "eis_table",
-                    "parameters": {
-                        "bias": 0.0,
-                        "frequency_range": {
-                            "type": "table",
-                            "spectrum": []
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisParametersFrequencyTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> EisParametersFrequencyTablePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
-class EisMultisineParametersGeneratePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.EisMultisineGenerateJob`.
-    """
-    def __copy__(self) -> EisMultisineParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisMultisineParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultisineFrequencyRangeGenerate = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> EisMultisineFrequencyRangeGenerate:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: EisMultisineFrequencyRangeGenerate) -> None:
-        ...
-    @property
-    def multisine_wave_in_result(self) -> bool:
-        """
-        The "multisine_wave_in_result" value (the key of the same name on the wire).
-        """
-    @multisine_wave_in_result.setter
-    def multisine_wave_in_result(self, arg0: bool) -> None:
-        ...
-class EisMultisineGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Impedance spectroscopy with multisine excitation over generated frequencies.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param multisine_wave_in_result: the "multisine_wave_in_result" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "eis_multisine",
-                    "parameters": {
-                        "bias": 0.0,
-                        "multisine_wave_in_result": false,
-                        "frequency_range": {
-                            "type": "generate",
-                            "min_frequency": 100.0,
-                            "max_frequency": 1000000.0,
-                            "start_frequency": 10000.0,
-                            "points_per_decade_upper": 20,
-                            "points_per_decade_lower": 5,
-                            "pre_duration": 0.1,
-                            "pre_waves": 1,
-                            "meas_duration": 1.0,
-                            "meas_waves": 5,
-                            "amplitude": 0.01,
-                            "multisine_pre_waves": 1,
-                            "multisine_meas_waves": 5,
-                            "multisine_decades": 1,
-                            "multisine_starting_harmonic": 1
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultisineFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> EisMultisineParametersGeneratePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
-class EisMultiSineTablePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.EisMultisineTableJob`.
-    """
-    def __copy__(self) -> EisMultiSineTablePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> EisMultiSineTablePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultiSineTable = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> EisMultiSineTable:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: EisMultiSineTable) -> None:
-        ...
-    @property
-    def multisine_wave_in_result(self) -> bool:
-        """
-        The "multisine_wave_in_result" value (the key of the same name on the wire).
-        """
-    @multisine_wave_in_result.setter
-    def multisine_wave_in_result(self, arg0: bool) -> None:
-        ...
-class EisMultisineTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Impedance spectroscopy with multisine excitation over a table of harmonics.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param multisine_wave_in_result: the "multisine_wave_in_result" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "eis_multisine_table",
-                    "parameters": {
-                        "bias": 0.0,
-                        "multisine_wave_in_result": false,
-                        "frequency_range": {
-                            "type": "table",
-                            "fundamental_frequency": 1.0,
-                            "harmonics": [],
-                            "pre_duration": 0.1,
-                            "pre_waves": 1,
-                            "meas_duration": 1.0,
-                            "meas_waves": 5
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultiSineTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> EisMultiSineTablePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
-class GeisVaParametersGeneratePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.GeisVaGenerateJob`.
-    """
-    def __copy__(self) -> GeisVaParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> GeisVaParametersGeneratePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: EisFrequencyRangeGenerate = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> EisFrequencyRangeGenerate:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: EisFrequencyRangeGenerate) -> None:
-        ...
-    @property
-    def maximum_current_amplitude(self) -> float:
-        """
-        The "maximum_current_amplitude" value (the key of the same name on the wire).
-        """
-    @maximum_current_amplitude.setter
-    def maximum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def minimum_current_amplitude(self) -> float:
-        """
-        The "minimum_current_amplitude" value (the key of the same name on the wire).
-        """
-    @minimum_current_amplitude.setter
-    def minimum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-class GeisVaGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Galvanostatic impedance spectroscopy with adaptive amplitude over generated frequencies.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param minimum_current_amplitude: the "minimum_current_amplitude" parameter of the request
-    :param maximum_current_amplitude: the "maximum_current_amplitude" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "geis_va",
-                    "parameters": {
-                        "bias": 0.0,
-                        "minimum_current_amplitude": 0.0001,
-                        "maximum_current_amplitude": 0.01,
-                        "frequency_range": {
-                            "type": "generate",
-                            "min_frequency": 100.0,
-                            "max_frequency": 1000000.0,
-                            "start_frequency": 10000.0,
-                            "points_per_decade_upper": 20,
-                            "points_per_decade_lower": 5,
-                            "pre_duration": 0.1,
-                            "pre_waves": 1,
-                            "meas_duration": 1.0,
-                            "meas_waves": 5,
-                            "amplitude": 0.01
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: EisFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> GeisVaParametersGeneratePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
-class GeisVaParametersFrequencyTablePy:
-    """
-    Parameters of :class:`velmar_link._velmar_link.meas.GeisVaFrequencyTableJob`.
-    """
-    def __copy__(self) -> GeisVaParametersFrequencyTablePy:
-        """
-        An independent copy.
-        """
-    def __deepcopy__(self, memo: dict) -> GeisVaParametersFrequencyTablePy:
-        """
-        An independent copy.
-        """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: GeisVaParametersFrequencyTable = ...) -> None:
-        """
-        Create the record; every field is a keyword argument.
-        """
-    @property
-    def bias(self) -> float:
-        """
-        The "bias" value (the key of the same name on the wire).
-        """
-    @bias.setter
-    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
-        """
-        The "drift_correction" value (the key of the same name on the wire).
-        """
-    @drift_correction.setter
-    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
-        ...
-    @property
-    def frequency_range(self) -> GeisVaParametersFrequencyTable:
-        """
-        The "frequency_range" value (the key of the same name on the wire).
-        """
-    @frequency_range.setter
-    def frequency_range(self, arg0: GeisVaParametersFrequencyTable) -> None:
-        ...
-    @property
-    def maximum_current_amplitude(self) -> float:
-        """
-        The "maximum_current_amplitude" value (the key of the same name on the wire).
-        """
-    @maximum_current_amplitude.setter
-    def maximum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-    @property
-    def minimum_current_amplitude(self) -> float:
-        """
-        The "minimum_current_amplitude" value (the key of the same name on the wire).
-        """
-    @minimum_current_amplitude.setter
-    def minimum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
-        ...
-class GeisVaFrequencyTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
-    """
-    Galvanostatic impedance spectroscopy with adaptive amplitude over a frequency table.
-    
-    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
-    
-    :param bias: the "bias" parameter of the request
-    :param drift_correction: the "drift_correction" parameter of the request
-    :param minimum_current_amplitude: the "minimum_current_amplitude" parameter of the request
-    :param maximum_current_amplitude: the "maximum_current_amplitude" parameter of the request
-    :param frequency_range: the "frequency_range" parameter of the request
-    
-    .. collapse:: WebSocket JSON Example
-    
-        .. code-block:: json
-    
-            {
-                "do": "/job/start",
-                "job": {
-                    "type": "geis_va_table",
-                    "parameters": {
-                        "bias": 0.0,
-                        "minimum_current_amplitude": 0.0001,
-                        "maximum_current_amplitude": 0.01,
-                        "frequency_range": {
-                            "type": "table",
-                            "spectrum": []
-                        }
-                    },
-                    "stop_conditions": [],
-                    "job_meta": {}
-                },
-                "request_id": "123e4567-e89b-42d3-a456-426614174000"
-            }
-    """
-    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: GeisVaParametersFrequencyTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
-        """
-        Create the job from its parameters.
-        """
-    @property
-    def parameters(self) -> GeisVaParametersFrequencyTablePy:
-        """
-        An object with the parameters that were passed to the constructor.
-        """
 class CvParametersPy:
     """
     Parameters of :class:`velmar_link._velmar_link.meas.CvJob`.
@@ -2964,6 +1916,1288 @@ class WaveFileJob(velmar_link._velmar_link.AbstractMeasurementJob):
         """
     @property
     def parameters(self) -> WaveFileParametersPy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class EisFrequencyRangeGenerate:
+    """
+    Generated frequencies: logarithmically equidistant steps (points_per_decade_upper) between 66 Hz and the maximum frequency, the density changing linearly down to points_per_decade_lower at the minimum frequency.
+    """
+    def __copy__(self) -> EisFrequencyRangeGenerate:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisFrequencyRangeGenerate:
+        """
+        An independent copy.
+        """
+    def __init__(self, type: str = 'generate', min_frequency: typing.SupportsFloat | typing.SupportsIndex = 100.0, max_frequency: typing.SupportsFloat | typing.SupportsIndex = 1000000.0, start_frequency: typing.SupportsFloat | typing.SupportsIndex = 10000.0, points_per_decade_upper: typing.SupportsInt | typing.SupportsIndex = 20, points_per_decade_lower: typing.SupportsInt | typing.SupportsIndex = 5, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def amplitude(self) -> float:
+        """
+        The "amplitude" value (the key of the same name on the wire).
+        """
+    @amplitude.setter
+    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def max_frequency(self) -> float:
+        """
+        The "max_frequency" value (the key of the same name on the wire).
+        """
+    @max_frequency.setter
+    def max_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_duration(self) -> float:
+        """
+        The "meas_duration" value (the key of the same name on the wire).
+        """
+    @meas_duration.setter
+    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_waves(self) -> int:
+        """
+        The "meas_waves" value (the key of the same name on the wire).
+        """
+    @meas_waves.setter
+    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def min_frequency(self) -> float:
+        """
+        The "min_frequency" value (the key of the same name on the wire).
+        """
+    @min_frequency.setter
+    def min_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def points_per_decade_lower(self) -> int:
+        """
+        The "points_per_decade_lower" value (the key of the same name on the wire).
+        """
+    @points_per_decade_lower.setter
+    def points_per_decade_lower(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def points_per_decade_upper(self) -> int:
+        """
+        The "points_per_decade_upper" value (the key of the same name on the wire).
+        """
+    @points_per_decade_upper.setter
+    def points_per_decade_upper(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_duration(self) -> float:
+        """
+        The "pre_duration" value (the key of the same name on the wire).
+        """
+    @pre_duration.setter
+    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_waves(self) -> int:
+        """
+        The "pre_waves" value (the key of the same name on the wire).
+        """
+    @pre_waves.setter
+    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def start_frequency(self) -> float:
+        """
+        The "start_frequency" value (the key of the same name on the wire).
+        """
+    @start_frequency.setter
+    def start_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def type(self) -> str:
+        """
+        The "type" value (the key of the same name on the wire).
+        """
+    @type.setter
+    def type(self, arg0: str) -> None:
+        ...
+class EisMultisineFrequencyRangeGenerate:
+    """
+    Generated frequencies of a multisine measurement.
+    """
+    def __copy__(self) -> EisMultisineFrequencyRangeGenerate:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisMultisineFrequencyRangeGenerate:
+        """
+        An independent copy.
+        """
+    def __init__(self, type: str = 'generate', min_frequency: typing.SupportsFloat | typing.SupportsIndex = 100.0, max_frequency: typing.SupportsFloat | typing.SupportsIndex = 1000000.0, start_frequency: typing.SupportsFloat | typing.SupportsIndex = 10000.0, points_per_decade_upper: typing.SupportsInt | typing.SupportsIndex = 20, points_per_decade_lower: typing.SupportsInt | typing.SupportsIndex = 5, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, multisine_pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, multisine_meas_waves: typing.SupportsInt | typing.SupportsIndex = 5, multisine_decades: typing.SupportsInt | typing.SupportsIndex = 1, multisine_starting_harmonic: typing.SupportsInt | typing.SupportsIndex = 1) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def amplitude(self) -> float:
+        """
+        The "amplitude" value (the key of the same name on the wire).
+        """
+    @amplitude.setter
+    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def max_frequency(self) -> float:
+        """
+        The "max_frequency" value (the key of the same name on the wire).
+        """
+    @max_frequency.setter
+    def max_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_duration(self) -> float:
+        """
+        The "meas_duration" value (the key of the same name on the wire).
+        """
+    @meas_duration.setter
+    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_waves(self) -> int:
+        """
+        The "meas_waves" value (the key of the same name on the wire).
+        """
+    @meas_waves.setter
+    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def min_frequency(self) -> float:
+        """
+        The "min_frequency" value (the key of the same name on the wire).
+        """
+    @min_frequency.setter
+    def min_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def multisine_decades(self) -> int:
+        """
+        The "multisine_decades" value (the key of the same name on the wire).
+        """
+    @multisine_decades.setter
+    def multisine_decades(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def multisine_meas_waves(self) -> int:
+        """
+        The "multisine_meas_waves" value (the key of the same name on the wire).
+        """
+    @multisine_meas_waves.setter
+    def multisine_meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def multisine_pre_waves(self) -> int:
+        """
+        The "multisine_pre_waves" value (the key of the same name on the wire).
+        """
+    @multisine_pre_waves.setter
+    def multisine_pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def multisine_starting_harmonic(self) -> int:
+        """
+        The "multisine_starting_harmonic" value (the key of the same name on the wire).
+        """
+    @multisine_starting_harmonic.setter
+    def multisine_starting_harmonic(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def points_per_decade_lower(self) -> int:
+        """
+        The "points_per_decade_lower" value (the key of the same name on the wire).
+        """
+    @points_per_decade_lower.setter
+    def points_per_decade_lower(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def points_per_decade_upper(self) -> int:
+        """
+        The "points_per_decade_upper" value (the key of the same name on the wire).
+        """
+    @points_per_decade_upper.setter
+    def points_per_decade_upper(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_duration(self) -> float:
+        """
+        The "pre_duration" value (the key of the same name on the wire).
+        """
+    @pre_duration.setter
+    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_waves(self) -> int:
+        """
+        The "pre_waves" value (the key of the same name on the wire).
+        """
+    @pre_waves.setter
+    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def start_frequency(self) -> float:
+        """
+        The "start_frequency" value (the key of the same name on the wire).
+        """
+    @start_frequency.setter
+    def start_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def type(self) -> str:
+        """
+        The "type" value (the key of the same name on the wire).
+        """
+    @type.setter
+    def type(self, arg0: str) -> None:
+        ...
+class EisParametersFrequencyTableEntry:
+    """
+    One point of a frequency table with its timing.
+    """
+    def __copy__(self) -> EisParametersFrequencyTableEntry:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTableEntry:
+        """
+        An independent copy.
+        """
+    def __init__(self, frequency: typing.SupportsFloat | typing.SupportsIndex = 1000.0, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def amplitude(self) -> float:
+        """
+        The "amplitude" value (the key of the same name on the wire).
+        """
+    @amplitude.setter
+    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def frequency(self) -> float:
+        """
+        The "frequency" value (the key of the same name on the wire).
+        """
+    @frequency.setter
+    def frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_duration(self) -> float:
+        """
+        The "meas_duration" value (the key of the same name on the wire).
+        """
+    @meas_duration.setter
+    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_waves(self) -> int:
+        """
+        The "meas_waves" value (the key of the same name on the wire).
+        """
+    @meas_waves.setter
+    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_duration(self) -> float:
+        """
+        The "pre_duration" value (the key of the same name on the wire).
+        """
+    @pre_duration.setter
+    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_waves(self) -> int:
+        """
+        The "pre_waves" value (the key of the same name on the wire).
+        """
+    @pre_waves.setter
+    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+class EisParametersFrequencyTable:
+    """
+    The frequency table of :class:`velmar_link.meas.EisFrequencyTableJob`.
+    """
+    def __copy__(self) -> EisParametersFrequencyTable:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTable:
+        """
+        An independent copy.
+        """
+    def __init__(self, type: str = 'table', spectrum: collections.abc.Sequence[EisParametersFrequencyTableEntry] = []) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def spectrum(self) -> list[EisParametersFrequencyTableEntry]:
+        """
+        The "spectrum" value (the key of the same name on the wire).
+        """
+    @spectrum.setter
+    def spectrum(self, arg0: collections.abc.Sequence[EisParametersFrequencyTableEntry]) -> None:
+        ...
+    @property
+    def type(self) -> str:
+        """
+        The "type" value (the key of the same name on the wire).
+        """
+    @type.setter
+    def type(self, arg0: str) -> None:
+        ...
+class GeisVaParametersFrequencyTable:
+    """
+    The frequency table of :class:`velmar_link.meas.GeisVaFrequencyTableJob`.
+    """
+    def __copy__(self) -> GeisVaParametersFrequencyTable:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> GeisVaParametersFrequencyTable:
+        """
+        An independent copy.
+        """
+    def __init__(self, type: str = 'table', spectrum: collections.abc.Sequence[EisParametersFrequencyTableEntry] = []) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def spectrum(self) -> list[EisParametersFrequencyTableEntry]:
+        """
+        The "spectrum" value (the key of the same name on the wire).
+        """
+    @spectrum.setter
+    def spectrum(self, arg0: collections.abc.Sequence[EisParametersFrequencyTableEntry]) -> None:
+        ...
+    @property
+    def type(self) -> str:
+        """
+        The "type" value (the key of the same name on the wire).
+        """
+    @type.setter
+    def type(self, arg0: str) -> None:
+        ...
+class EisMultiSineTableEntry:
+    """
+    One harmonic of a multisine table.
+    """
+    def __copy__(self) -> EisMultiSineTableEntry:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisMultiSineTableEntry:
+        """
+        An independent copy.
+        """
+    def __init__(self, harmonic: typing.SupportsInt | typing.SupportsIndex = 1, amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def amplitude(self) -> float:
+        """
+        The "amplitude" value (the key of the same name on the wire).
+        """
+    @amplitude.setter
+    def amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def harmonic(self) -> int:
+        """
+        The "harmonic" value (the key of the same name on the wire).
+        """
+    @harmonic.setter
+    def harmonic(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+class EisMultiSineTable:
+    """
+    The multisine table: harmonics of one fundamental frequency with their timing.
+    """
+    def __copy__(self) -> EisMultiSineTable:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisMultiSineTable:
+        """
+        An independent copy.
+        """
+    def __init__(self, type: str = 'table', fundamental_frequency: typing.SupportsFloat | typing.SupportsIndex = 1.0, harmonics: collections.abc.Sequence[EisMultiSineTableEntry] = [], pre_duration: typing.SupportsFloat | typing.SupportsIndex = 0.1, pre_waves: typing.SupportsInt | typing.SupportsIndex = 1, meas_duration: typing.SupportsFloat | typing.SupportsIndex = 1.0, meas_waves: typing.SupportsInt | typing.SupportsIndex = 5) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def fundamental_frequency(self) -> float:
+        """
+        The "fundamental_frequency" value (the key of the same name on the wire).
+        """
+    @fundamental_frequency.setter
+    def fundamental_frequency(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def harmonics(self) -> list[EisMultiSineTableEntry]:
+        """
+        The "harmonics" value (the key of the same name on the wire).
+        """
+    @harmonics.setter
+    def harmonics(self, arg0: collections.abc.Sequence[EisMultiSineTableEntry]) -> None:
+        ...
+    @property
+    def meas_duration(self) -> float:
+        """
+        The "meas_duration" value (the key of the same name on the wire).
+        """
+    @meas_duration.setter
+    def meas_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def meas_waves(self) -> int:
+        """
+        The "meas_waves" value (the key of the same name on the wire).
+        """
+    @meas_waves.setter
+    def meas_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_duration(self) -> float:
+        """
+        The "pre_duration" value (the key of the same name on the wire).
+        """
+    @pre_duration.setter
+    def pre_duration(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def pre_waves(self) -> int:
+        """
+        The "pre_waves" value (the key of the same name on the wire).
+        """
+    @pre_waves.setter
+    def pre_waves(self, arg0: typing.SupportsInt | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def type(self) -> str:
+        """
+        The "type" value (the key of the same name on the wire).
+        """
+    @type.setter
+    def type(self, arg0: str) -> None:
+        ...
+class EisParametersGeneratePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.EisGenerateJob`.
+    """
+    def __copy__(self) -> EisParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisFrequencyRangeGenerate = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> EisFrequencyRangeGenerate:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: EisFrequencyRangeGenerate) -> None:
+        ...
+class EisGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Potentiostatic impedance spectroscopy over generated frequencies.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "eis",
+                    "parameters": {
+                        "bias": 0.0,
+                        "frequency_range": {
+                            "type": "generate",
+                            "min_frequency": 100.0,
+                            "max_frequency": 1000000.0,
+                            "start_frequency": 10000.0,
+                            "points_per_decade_upper": 20,
+                            "points_per_decade_lower": 5,
+                            "pre_duration": 0.1,
+                            "pre_waves": 1,
+                            "meas_duration": 1.0,
+                            "meas_waves": 5,
+                            "amplitude": 0.01
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> EisParametersGeneratePy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class EisParametersFrequencyTablePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.EisFrequencyTableJob`.
+    """
+    def __copy__(self) -> EisParametersFrequencyTablePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisParametersFrequencyTablePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisParametersFrequencyTable = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> EisParametersFrequencyTable:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: EisParametersFrequencyTable) -> None:
+        ...
+class EisFrequencyTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Potentiostatic impedance spectroscopy over a frequency table.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "eis_table",
+                    "parameters": {
+                        "bias": 0.0,
+                        "frequency_range": {
+                            "type": "table",
+                            "spectrum": []
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, frequency_range: EisParametersFrequencyTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> EisParametersFrequencyTablePy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class EisMultisineParametersGeneratePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.EisMultisineGenerateJob`.
+    """
+    def __copy__(self) -> EisMultisineParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisMultisineParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultisineFrequencyRangeGenerate = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> EisMultisineFrequencyRangeGenerate:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: EisMultisineFrequencyRangeGenerate) -> None:
+        ...
+    @property
+    def multisine_wave_in_result(self) -> bool:
+        """
+        The "multisine_wave_in_result" value (the key of the same name on the wire).
+        """
+    @multisine_wave_in_result.setter
+    def multisine_wave_in_result(self, arg0: bool) -> None:
+        ...
+class EisMultisineGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Impedance spectroscopy with multisine excitation over generated frequencies.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param multisine_wave_in_result: the "multisine_wave_in_result" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "eis_multisine",
+                    "parameters": {
+                        "bias": 0.0,
+                        "multisine_wave_in_result": false,
+                        "frequency_range": {
+                            "type": "generate",
+                            "min_frequency": 100.0,
+                            "max_frequency": 1000000.0,
+                            "start_frequency": 10000.0,
+                            "points_per_decade_upper": 20,
+                            "points_per_decade_lower": 5,
+                            "pre_duration": 0.1,
+                            "pre_waves": 1,
+                            "meas_duration": 1.0,
+                            "meas_waves": 5,
+                            "amplitude": 0.01,
+                            "multisine_pre_waves": 1,
+                            "multisine_meas_waves": 5,
+                            "multisine_decades": 1,
+                            "multisine_starting_harmonic": 1
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultisineFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> EisMultisineParametersGeneratePy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class EisMultiSineTablePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.EisMultisineTableJob`.
+    """
+    def __copy__(self) -> EisMultiSineTablePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> EisMultiSineTablePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultiSineTable = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> EisMultiSineTable:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: EisMultiSineTable) -> None:
+        ...
+    @property
+    def multisine_wave_in_result(self) -> bool:
+        """
+        The "multisine_wave_in_result" value (the key of the same name on the wire).
+        """
+    @multisine_wave_in_result.setter
+    def multisine_wave_in_result(self, arg0: bool) -> None:
+        ...
+class EisMultisineTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Impedance spectroscopy with multisine excitation over a table of harmonics.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param multisine_wave_in_result: the "multisine_wave_in_result" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "eis_multisine_table",
+                    "parameters": {
+                        "bias": 0.0,
+                        "multisine_wave_in_result": false,
+                        "frequency_range": {
+                            "type": "table",
+                            "fundamental_frequency": 1.0,
+                            "harmonics": [],
+                            "pre_duration": 0.1,
+                            "pre_waves": 1,
+                            "meas_duration": 1.0,
+                            "meas_waves": 5
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, multisine_wave_in_result: bool = False, frequency_range: EisMultiSineTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> EisMultiSineTablePy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class GeisVaParametersGeneratePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.GeisVaGenerateJob`.
+    """
+    def __copy__(self) -> GeisVaParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> GeisVaParametersGeneratePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: EisFrequencyRangeGenerate = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> EisFrequencyRangeGenerate:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: EisFrequencyRangeGenerate) -> None:
+        ...
+    @property
+    def maximum_current_amplitude(self) -> float:
+        """
+        The "maximum_current_amplitude" value (the key of the same name on the wire).
+        """
+    @maximum_current_amplitude.setter
+    def maximum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def minimum_current_amplitude(self) -> float:
+        """
+        The "minimum_current_amplitude" value (the key of the same name on the wire).
+        """
+    @minimum_current_amplitude.setter
+    def minimum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+class GeisVaGenerateJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Galvanostatic impedance spectroscopy with adaptive amplitude over generated frequencies.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param minimum_current_amplitude: the "minimum_current_amplitude" parameter of the request
+    :param maximum_current_amplitude: the "maximum_current_amplitude" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "geis_va",
+                    "parameters": {
+                        "bias": 0.0,
+                        "minimum_current_amplitude": 0.0001,
+                        "maximum_current_amplitude": 0.01,
+                        "frequency_range": {
+                            "type": "generate",
+                            "min_frequency": 100.0,
+                            "max_frequency": 1000000.0,
+                            "start_frequency": 10000.0,
+                            "points_per_decade_upper": 20,
+                            "points_per_decade_lower": 5,
+                            "pre_duration": 0.1,
+                            "pre_waves": 1,
+                            "meas_duration": 1.0,
+                            "meas_waves": 5,
+                            "amplitude": 0.01
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: EisFrequencyRangeGenerate = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> GeisVaParametersGeneratePy:
+        """
+        An object with the parameters that were passed to the constructor.
+        """
+class GeisVaParametersFrequencyTablePy:
+    """
+    Parameters of :class:`velmar_link._velmar_link.meas.GeisVaFrequencyTableJob`.
+    """
+    def __copy__(self) -> GeisVaParametersFrequencyTablePy:
+        """
+        An independent copy.
+        """
+    def __deepcopy__(self, memo: dict) -> GeisVaParametersFrequencyTablePy:
+        """
+        An independent copy.
+        """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: GeisVaParametersFrequencyTable = ...) -> None:
+        """
+        Create the record; every field is a keyword argument.
+        """
+    @property
+    def bias(self) -> float:
+        """
+        The "bias" value (the key of the same name on the wire).
+        """
+    @bias.setter
+    def bias(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def drift_correction(self) -> velmar_link._velmar_link.DriftCorrection | None:
+        """
+        The "drift_correction" value (the key of the same name on the wire).
+        """
+    @drift_correction.setter
+    def drift_correction(self, arg0: velmar_link._velmar_link.DriftCorrection | None) -> None:
+        ...
+    @property
+    def frequency_range(self) -> GeisVaParametersFrequencyTable:
+        """
+        The "frequency_range" value (the key of the same name on the wire).
+        """
+    @frequency_range.setter
+    def frequency_range(self, arg0: GeisVaParametersFrequencyTable) -> None:
+        ...
+    @property
+    def maximum_current_amplitude(self) -> float:
+        """
+        The "maximum_current_amplitude" value (the key of the same name on the wire).
+        """
+    @maximum_current_amplitude.setter
+    def maximum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+    @property
+    def minimum_current_amplitude(self) -> float:
+        """
+        The "minimum_current_amplitude" value (the key of the same name on the wire).
+        """
+    @minimum_current_amplitude.setter
+    def minimum_current_amplitude(self, arg0: typing.SupportsFloat | typing.SupportsIndex) -> None:
+        ...
+class GeisVaFrequencyTableJob(velmar_link._velmar_link.AbstractMeasurementJob):
+    """
+    Galvanostatic impedance spectroscopy with adaptive amplitude over a frequency table.
+    
+    "bias" is the DC operating point; "drift_correction" (a :class:`velmar_link.DriftCorrection` or None for the device default) selects how much drift correction is applied.
+    
+    Live data: add callbacks with :meth:`add_header_callback`, :meth:`add_row_callback`, :meth:`add_waves_callback` and :meth:`add_finished_callback` before the job is run.
+    
+    :param bias: the "bias" parameter of the request
+    :param drift_correction: the "drift_correction" parameter of the request
+    :param minimum_current_amplitude: the "minimum_current_amplitude" parameter of the request
+    :param maximum_current_amplitude: the "maximum_current_amplitude" parameter of the request
+    :param frequency_range: the "frequency_range" parameter of the request
+    
+    .. collapse:: WebSocket JSON Example
+    
+        .. code-block:: json
+    
+            {
+                "do": "/job/start",
+                "job": {
+                    "type": "geis_va_table",
+                    "parameters": {
+                        "bias": 0.0,
+                        "minimum_current_amplitude": 0.0001,
+                        "maximum_current_amplitude": 0.01,
+                        "frequency_range": {
+                            "type": "table",
+                            "spectrum": []
+                        }
+                    },
+                    "stop_conditions": [],
+                    "job_meta": {}
+                },
+                "request_id": "123e4567-e89b-42d3-a456-426614174000"
+            }
+    """
+    def __init__(self, bias: typing.SupportsFloat | typing.SupportsIndex = 0.0, drift_correction: velmar_link._velmar_link.DriftCorrection | None = None, minimum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.0001, maximum_current_amplitude: typing.SupportsFloat | typing.SupportsIndex = 0.01, frequency_range: GeisVaParametersFrequencyTable = ..., meta_data: collections.abc.Mapping[str, str] = {}) -> None:
+        """
+        Create the job from its parameters.
+        """
+    def add_finished_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the end of this job's live data; it receives the JobInfo.
+        """
+    def add_header_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataHeaderEis, velmar_link._velmar_link.JobInfo], None]) -> None:
+        """
+        Add a callback for the live-data header of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataHeaderEis` and the :class:`velmar_link.JobInfo`;
+        it runs on the link's I/O thread with the interpreter lock held. An exception it raises is
+        reported as unraisable.
+        """
+    def add_live_data_collector(self) -> velmar_link._velmar_link.AcLiveDataCollector:
+        """
+        Collect this job's live data natively into an EisDataset; returns the AcLiveDataCollector.
+        
+        No Python code runs per event; read the dataset once the job has ended.
+        """
+    def add_row_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataRowEis], None]) -> None:
+        """
+        Add a callback for each frequency point of this job.
+        
+        The callback receives a :class:`velmar_link.LiveDataRowEis` that fits the last header. A row that
+        does not fit it fails the job instead (JSON_MALFORMED, "the AC data table does not match the
+        declared ...").
+        """
+    def add_waves_callback(self, callback: collections.abc.Callable[[velmar_link._velmar_link.LiveDataWavesEis], None]) -> None:
+        """
+        Add a callback for the preview fragments of the waves being recorded.
+        
+        The callback receives a :class:`velmar_link.LiveDataWavesEis`; the fragments are meant for
+        display and are not needed to build the result.
+        """
+    def get_number_of_live_data_callbacks(self) -> int:
+        """
+        The number of live-data callbacks added to this job.
+        """
+    @property
+    def parameters(self) -> GeisVaParametersFrequencyTablePy:
         """
         An object with the parameters that were passed to the constructor.
         """
