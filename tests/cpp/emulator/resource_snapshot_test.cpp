@@ -29,7 +29,7 @@ TEST_F(ResourceSnapshots, JobResultReadsAsDescriptionSeparatorAndContent) {
     ASSERT_NE(separator, std::string::npos);
     EXPECT_EQ(frame.bytes.substr(separator + 1), content);
     const auto metadata = json::parse(frame.bytes.substr(0, separator)).as_object();
-    EXPECT_EQ(metadata.at("resource_id"), id);
+    EXPECT_EQ(metadata.at("resource_id").as_string(), id);
     EXPECT_EQ(metadata.at("type"), "JOB_RESULT");
     EXPECT_EQ(metadata.at("sub_type"), "DATASET_DC");
     EXPECT_EQ(metadata.at("size"), content.size());
@@ -67,7 +67,7 @@ TEST_F(ResourceSnapshots, ListedBesideUploadsAndReadOnly) {
     const auto list = request(client, {{"do", "/VELMAR_BINARY/list"}}).at("resources").as_array();
     ASSERT_EQ(list.size(), 2u);
     EXPECT_EQ(list[0].at("name"), "blob");
-    EXPECT_EQ(list[1].at("resource_id"), result->resourceId);
+    EXPECT_EQ(list[1].at("resource_id").as_string(), result->resourceId);
     EXPECT_EQ(list[1].at("sub_type"), "DATASET_AC");
     EXPECT_EQ(request(client, {{"do", "/JOB_RESULT/list"}}).at("resources").as_array().size(), 1u);
     // Appending to or deleting the snapshot addresses a job result: refused as another type.
