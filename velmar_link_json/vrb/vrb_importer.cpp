@@ -45,6 +45,12 @@ ErrorObject malformed(std::string_view format, auto&&... args) {
     return ErrorObject(ErrorCodeEnum::JSON_MALFORMED, format, std::forward<decltype(args)>(args)...);
 }
 
+ErrorObject openFailed() {
+    return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_OPENED, messages::FILE_OPEN_FOR_READING_FAILED);
+}
+
+ErrorObject readFailed() { return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::FILE_READ_FAILED); }
+
 enum class Wanted { ANY, DC, AC };
 
 using Imported = std::variant<DcDataset, EisDataset>;
@@ -91,7 +97,9 @@ std::expected<Snapshot, ErrorObject> checkMetadata(const json::object& meta, std
     const json::value* size = meta.if_contains("size");
     std::optional<std::uint64_t> declared;
     if (size != nullptr && size->is_uint64()) declared = size->get_uint64();
-    if (size != nullptr && size->is_int64() && size->get_int64() >= 0) declared = static_cast<std::uint64_t>(size->get_int64());
+    if (size != nullptr && size->is_int64() && size->get_int64() >= 0) {
+        declared = static_cast<std::uint64_t>(size->get_int64());
+    }
     if (declared && *declared != payloadSize) {
         return std::unexpected(contentInvalid(messages::VRB_PAYLOAD_SIZE_MISMATCH, payloadSize, *declared));
     }
@@ -107,7 +115,8 @@ std::expected<Snapshot, ErrorObject> checkMetadata(const json::object& meta, std
     const auto version = unsignedNumber(station->get_object().if_contains("protocol_version"));
     if (!version) return std::unexpected(contentInvalid(messages::VRB_PROTOCOL_VERSION_MISSING));
     if (*version != 0 && *version > ProtocolVersion::library() && !ignoreVersion) {
-        return std::unexpected(ErrorObject(ErrorCodeEnum::PROTOCOL_VERSION_MISMATCH, messages::PROTOCOL_VERSION_MISMATCH));
+        return std::unexpected(
+            ErrorObject(ErrorCodeEnum::PROTOCOL_VERSION_MISMATCH, messages::PROTOCOL_VERSION_MISMATCH));
     }
 
     const json::value* header = meta.if_contains("header");
@@ -172,15 +181,27 @@ std::expected<Imported, ErrorObject> decodePayload(Snapshot&& snapshot, std::str
     return std::move(*dataset);
 }
 
-std::expected<Imported, ErrorObject> importBytes(std::string_view data, bool ignoreVersion, Wanted wanted) {
+/// A snapshot in memory cut at its first 0x00 byte: the parsed metadata and the payload.
+struct SplitSnapshot {
+    json::object meta;
+    std::string_view payload;
+};
+
+/// Steps 1 and 2 on bytes in memory.
+std::expected<SplitSnapshot, ErrorObject> splitSnapshot(std::string_view data) {
     const auto separator = data.find('\0');
     if (separator == std::string_view::npos) return std::unexpected(contentInvalid(messages::VRB_SEPARATOR_MISSING));
     auto meta = parseMetadata(data.substr(0, separator));
     if (!meta) return std::unexpected(std::move(meta).error());
-    const std::string_view payload = data.substr(separator + 1);
-    auto snapshot = checkMetadata(*meta, payload.size(), ignoreVersion, wanted);
+    return SplitSnapshot{std::move(*meta), data.substr(separator + 1)};
+}
+
+std::expected<Imported, ErrorObject> importBytes(std::string_view data, bool ignoreVersion, Wanted wanted) {
+    auto split = splitSnapshot(data);
+    if (!split) return std::unexpected(std::move(split).error());
+    auto snapshot = checkMetadata(split->meta, split->payload.size(), ignoreVersion, wanted);
     if (!snapshot) return std::unexpected(std::move(snapshot).error());
-    return decodePayload(std::move(*snapshot), payload);
+    return decodePayload(std::move(*snapshot), split->payload);
 }
 
 /// A file opened for reading with its length; closed on destruction.
@@ -191,13 +212,14 @@ public:
         file.fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
         if (file.fd_ < 0) {
             if (errno == ENOENT || errno == ENOTDIR) {
-                return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_NOT_FOUND, messages::FILE_NOT_FOUND, path.string()));
+                return std::unexpected(
+                    ErrorObject(ErrorCodeEnum::FILE_NOT_FOUND, messages::FILE_NOT_FOUND, path.string()));
             }
-            return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_OPENED, messages::FILE_OPEN_FOR_READING_FAILED));
+            return std::unexpected(openFailed());
         }
         struct stat status{};
         if (::fstat(file.fd_, &status) != 0 || !S_ISREG(status.st_mode)) {
-            return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_OPENED, messages::FILE_OPEN_FOR_READING_FAILED));
+            return std::unexpected(openFailed());
         }
         if (status.st_size == 0) {
             return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_IS_EMPTY, messages::FILE_IS_EMPTY, path.string()));
@@ -220,7 +242,7 @@ public:
         while (done < count) {
             const auto n = ::read(fd_, static_cast<char*>(out) + done, std::min<std::size_t>(count - done, SSIZE_MAX));
             if (n < 0 && errno == EINTR) continue;
-            if (n < 0) return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::FILE_READ_FAILED));
+            if (n < 0) return std::unexpected(readFailed());
             if (n == 0) break;
             done += static_cast<std::size_t>(n);
         }
@@ -248,7 +270,7 @@ ErrorObject fillFromFile(BinaryDestination& destination, InputFile& file, std::s
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(storage.size(), payloadSize - done));
         auto n = file.read(storage.data(), wanted);
         if (!n) return std::move(n).error();
-        if (*n != wanted) return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::FILE_READ_FAILED);
+        if (*n != wanted) return readFailed();
         destination.commit(*n);
         done += *n;
     }
@@ -279,7 +301,7 @@ std::expected<Imported, ErrorObject> importFile(const std::filesystem::path& pat
     if (separator == std::string::npos) return std::unexpected(contentInvalid(messages::VRB_SEPARATOR_MISSING));
     auto meta = parseMetadata(std::string_view(head).substr(0, separator));
     if (!meta) return std::unexpected(std::move(meta).error());
-    if (file->size() <= separator) return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::FILE_READ_FAILED));
+    if (file->size() <= separator) return std::unexpected(readFailed());
     const std::uint64_t payloadSize = file->size() - separator - 1;
     auto snapshot = checkMetadata(*meta, payloadSize, ignoreVersion, wanted);
     if (!snapshot) return std::unexpected(std::move(snapshot).error());
@@ -287,13 +309,17 @@ std::expected<Imported, ErrorObject> importFile(const std::filesystem::path& pat
 
     if (snapshot->type == DatasetType::DC) {
         DcResultDestination destination(snapshot->dcHeader->columns.size(), std::nullopt);
-        if (auto failure = fillFromFile(destination, *file, inHead, payloadSize)) return std::unexpected(std::move(failure));
+        if (auto failure = fillFromFile(destination, *file, inHead, payloadSize)) {
+            return std::unexpected(std::move(failure));
+        }
         auto dataset = destination.takeDataset(std::move(*snapshot->dcHeader), std::move(snapshot->jobInfo));
         if (!dataset) return std::unexpected(std::move(dataset).error());
         return std::move(*dataset);
     }
     EisResultDestination destination(*snapshot->eisHeader, snapshot->rows);
-    if (auto failure = fillFromFile(destination, *file, inHead, payloadSize)) return std::unexpected(std::move(failure));
+    if (auto failure = fillFromFile(destination, *file, inHead, payloadSize)) {
+        return std::unexpected(std::move(failure));
+    }
     auto dataset = destination.takeDataset(std::move(*snapshot->eisHeader), std::move(snapshot->jobInfo),
                                            snapshot->protocolVersion);
     if (!dataset) return std::unexpected(std::move(dataset).error());
@@ -305,7 +331,9 @@ VrbFileInfo fileInfoOf(const json::object& meta) {
     if (const auto* subType = meta.if_contains("sub_type"); subType != nullptr && subType->is_string()) {
         info.sub_type = subType->get_string();
     }
-    if (const auto* name = meta.if_contains("name"); name != nullptr && name->is_string()) info.name = name->get_string();
+    if (const auto* name = meta.if_contains("name"); name != nullptr && name->is_string()) {
+        info.name = name->get_string();
+    }
     info.size = unsignedNumber(meta.if_contains("size")).value_or(0);
     if (const auto* station = meta.if_contains("workstation_info"); station != nullptr && station->is_object()) {
         info.protocol_version = unsignedNumber(station->get_object().if_contains("protocol_version")).value_or(0);
@@ -325,7 +353,8 @@ auto guarded(Step&& step) -> decltype(step()) {
     } catch (const std::bad_alloc&) {
         return std::unexpected(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::OUT_OF_MEMORY));
     } catch (const std::exception& e) {
-        return std::unexpected(ErrorObject(ErrorCodeEnum::UNEXPECTED_EXCEPTION, messages::UNEXPECTED_EXCEPTION, e.what()));
+        return std::unexpected(
+            ErrorObject(ErrorCodeEnum::UNEXPECTED_EXCEPTION, messages::UNEXPECTED_EXCEPTION, e.what()));
     }
 }
 
@@ -378,11 +407,9 @@ std::expected<EisDataset, ErrorObject> VrbImporter::importFromFileAsEisDataset(
 
 std::expected<VrbFileInfo, ErrorObject> VrbImporter::readFileInfoFromMemory(std::string_view data) const {
     return guarded([&]() -> std::expected<VrbFileInfo, ErrorObject> {
-        const auto separator = data.find('\0');
-        if (separator == std::string_view::npos) return std::unexpected(contentInvalid(messages::VRB_SEPARATOR_MISSING));
-        auto meta = parseMetadata(data.substr(0, separator));
-        if (!meta) return std::unexpected(std::move(meta).error());
-        return fileInfoOf(*meta);
+        auto split = splitSnapshot(data);
+        if (!split) return std::unexpected(std::move(split).error());
+        return fileInfoOf(split->meta);
     });
 }
 
@@ -396,7 +423,8 @@ std::expected<VrbFileInfo, ErrorObject> VrbImporter::readFileInfo(const std::fil
         window.resize(*n);
         const auto separator = window.find('\0');
         if (separator == std::string::npos) {
-            return std::unexpected(contentInvalid(messages::VRB_SEPARATOR_NOT_IN_WINDOW, std::uint64_t{FILE_INFO_WINDOW}));
+            return std::unexpected(
+                contentInvalid(messages::VRB_SEPARATOR_NOT_IN_WINDOW, std::uint64_t{FILE_INFO_WINDOW}));
         }
         auto meta = parseMetadata(std::string_view(window).substr(0, separator));
         if (!meta) return std::unexpected(std::move(meta).error());

@@ -11,7 +11,8 @@ inline constexpr std::string_view VRB_SEPARATOR_MISSING =
 inline constexpr std::string_view VRB_SEPARATOR_NOT_IN_WINDOW =
     "no metadata/payload separator (0x00) within the first {0} bytes: not a valid 'With Header' (.vrb) file";
 inline constexpr std::string_view VRB_PAYLOAD_SIZE_MISMATCH = "payload size {0} does not match the declared size {1}";
-inline constexpr std::string_view VRB_WORKSTATION_INFO_MISSING = "missing workstation_info: cannot verify the protocol version";
+inline constexpr std::string_view VRB_WORKSTATION_INFO_MISSING =
+    "missing workstation_info: cannot verify the protocol version";
 inline constexpr std::string_view VRB_PROTOCOL_VERSION_MISSING =
     "missing workstation_info.protocol_version: cannot verify the protocol version";
 inline constexpr std::string_view VRB_HEADER_NOT_OBJECT = "resource metadata 'header' is missing or not an object";
