@@ -46,10 +46,10 @@ ErrorObject malformed(std::string_view format, auto&&... args) {
 }
 
 ErrorObject openFailed() {
-    return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_OPENED, messages::FILE_OPEN_FOR_READING_FAILED);
+    return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_OPENED, messages::VRB_FILE_OPEN_FAILED);
 }
 
-ErrorObject readFailed() { return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::FILE_READ_FAILED); }
+ErrorObject readFailed() { return ErrorObject(ErrorCodeEnum::FILE_COULD_NOT_BE_READ, messages::VRB_FILE_READ_FAILED); }
 
 enum class Wanted { ANY, DC, AC };
 
@@ -155,7 +155,7 @@ std::expected<Snapshot, ErrorObject> checkMetadata(const json::object& meta, std
     }
     if ((wanted == Wanted::DC && snapshot.type != DatasetType::DC) ||
         (wanted == Wanted::AC && snapshot.type != DatasetType::AC)) {
-        return std::unexpected(makeTypeMismatchError());
+        return std::unexpected(VrbImporter::makeTypeMismatchError());
     }
     if (snapshot.type == DatasetType::DC) {
         auto converted = liveDataHeaderFromJson(*dataHeader);
@@ -213,7 +213,7 @@ public:
         if (file.fd_ < 0) {
             if (errno == ENOENT || errno == ENOTDIR) {
                 return std::unexpected(
-                    ErrorObject(ErrorCodeEnum::FILE_NOT_FOUND, messages::FILE_NOT_FOUND, path.string()));
+                    ErrorObject(ErrorCodeEnum::FILE_NOT_FOUND, messages::VRB_FILE_NOT_FOUND, path.string()));
             }
             return std::unexpected(openFailed());
         }
@@ -222,7 +222,7 @@ public:
             return std::unexpected(openFailed());
         }
         if (status.st_size == 0) {
-            return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_IS_EMPTY, messages::FILE_IS_EMPTY, path.string()));
+            return std::unexpected(ErrorObject(ErrorCodeEnum::FILE_IS_EMPTY, messages::VRB_FILE_IS_EMPTY, path.string()));
         }
         file.size_ = static_cast<std::uint64_t>(status.st_size);
         return file;
@@ -372,12 +372,12 @@ template <class T>
 std::expected<T, ErrorObject> typed(std::expected<Imported, ErrorObject>&& imported) {
     if (!imported) return std::unexpected(std::move(imported).error());
     if (auto* dataset = std::get_if<T>(&*imported)) return std::move(*dataset);
-    return std::unexpected(makeTypeMismatchError());
+    return std::unexpected(VrbImporter::makeTypeMismatchError());
 }
 
 }  // namespace
 
-ErrorObject makeTypeMismatchError() { return contentInvalid(messages::VRB_TYPE_MISMATCH); }
+ErrorObject VrbImporter::makeTypeMismatchError() { return contentInvalid(messages::VRB_TYPE_MISMATCH); }
 
 std::expected<std::shared_ptr<DataSet>, ErrorObject> VrbImporter::importFromMemory(std::string_view data) const {
     return guarded([&] { return shared(importBytes(data, ignoreProtocolVersionMismatch_, Wanted::ANY)); });

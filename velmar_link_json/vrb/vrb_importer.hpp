@@ -78,11 +78,11 @@ public:
     /// separator lies beyond them is refused (RESOURCE_CONTENT_INVALID), whatever its size.
     [[nodiscard]] std::expected<VrbFileInfo, ErrorObject> readFileInfo(const std::filesystem::path& file) const;
 
+    /// "imported dataset type does not match the requested type" (RESOURCE_CONTENT_INVALID).
+    static ErrorObject makeTypeMismatchError();
+
 private:
     bool ignoreProtocolVersionMismatch_ = false;
 };
-
-/// "imported dataset type does not match the requested type" (RESOURCE_CONTENT_INVALID).
-ErrorObject makeTypeMismatchError();
 
 }  // namespace velmar

@@ -22,9 +22,9 @@ inline constexpr std::string_view VRB_SUB_TYPE_UNSUPPORTED = "unsupported datase
 inline constexpr std::string_view VRB_TYPE_MISMATCH = "imported dataset type does not match the requested type";
 
 // Reading a file.
-inline constexpr std::string_view FILE_NOT_FOUND = "file '{0}' does not exist";
-inline constexpr std::string_view FILE_OPEN_FOR_READING_FAILED = "could not open the file for reading";
-inline constexpr std::string_view FILE_READ_FAILED = "an error occurred while reading the file";
-inline constexpr std::string_view FILE_IS_EMPTY = "file '{0}' is empty";
+inline constexpr std::string_view VRB_FILE_NOT_FOUND = "file '{0}' does not exist";
+inline constexpr std::string_view VRB_FILE_OPEN_FAILED = "could not open the file for reading";
+inline constexpr std::string_view VRB_FILE_READ_FAILED = "an error occurred while reading the file";
+inline constexpr std::string_view VRB_FILE_IS_EMPTY = "file '{0}' is empty";
 
 }  // namespace velmar::messages

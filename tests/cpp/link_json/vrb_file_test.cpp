@@ -35,7 +35,7 @@ TEST_F(VrbFile, FileAndMemoryGiveTheSameDatasets) {
     auto any = importer.importFromFile(ac);
     ASSERT_TRUE(any.has_value());
     EXPECT_NE(dynamic_cast<const EisDataset*>(any->get()), nullptr);
-    EXPECT_EQ(importer.importFromFileAsDcDataset(ac).error(), makeTypeMismatchError());
+    EXPECT_EQ(importer.importFromFileAsDcDataset(ac).error(), VrbImporter::makeTypeMismatchError());
 }
 
 TEST_F(VrbFile, LongMetadataIsImportedButNotSummarised) {

@@ -68,7 +68,7 @@ TEST(VrbImport, TypedVariantsRefuseTheOtherKind) {
                               importer.importFromMemoryAsDcDataset(ac).error()}) {
         EXPECT_EQ(error.code, ErrorCodeEnum::RESOURCE_CONTENT_INVALID);
         EXPECT_EQ(error.getMessageFormatted(), "imported dataset type does not match the requested type");
-        EXPECT_EQ(error, makeTypeMismatchError());
+        EXPECT_EQ(error, VrbImporter::makeTypeMismatchError());
     }
 }
 
