@@ -29,5 +29,7 @@ void bindEisDataset(py::module_& m);
 void bindXmlSerializable(py::module_& m);
 /// The xml submodule: file info, measurement, importer and exporter; after the datasets.
 void bindXml(py::module_& m);
+/// VrbImporter, the import of the binary dataset snapshots; after both dataset kinds.
+void bindVrb(py::module_& m);
 
 }  // namespace velmar::python

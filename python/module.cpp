@@ -52,6 +52,7 @@ PYBIND11_MODULE_EXEC(_velmar_link, m) {
     bindJobsAc(m);
     bindEisDataset(m);
     bindXml(m);
+    bindVrb(m);
     bindEvents(m);
     bindLink(m);
 }

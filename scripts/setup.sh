@@ -5,7 +5,8 @@
 # Sourcing the file defines its functions without running anything.
 
 apt_packages=(g++ cmake ninja-build ccache lld libboost1.81-dev libboost-json1.81-dev libboost-system1.81-dev
-              libssl-dev libtinyxml2-dev libfmt-dev libgtest-dev libgmock-dev)
+              libssl-dev libtinyxml2-dev libfmt-dev libgtest-dev libgmock-dev
+              clang-16 libclang-rt-16-dev)
 # The build backend and the module's binding library; the tests' runner, peer, arrays, type check
 # and property tests; circuit fits and the Kramers-Kronig check of impedance spectra.
 python_tools=("scikit-build-core>=0.10" "pybind11>=3.0" "pytest>=8" "websockets>=12" "numpy>=1.26" "mypy>=1.10"

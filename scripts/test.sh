@@ -2,7 +2,8 @@
 # Builds everything with the tests and runs every test: GoogleTest through ctest, pytest
 # against the emulator on loopback and against the scripted hostile workstation, then the
 # sanitizer runs (AddressSanitizer + UBSan over every native suite and the emulator,
-# ThreadSanitizer over the threaded suites). Any failure, and a missing package or emulator,
+# ThreadSanitizer over the threaded suites), and a short libFuzzer run of every file reader
+# (scripts/test_fuzz.sh). Any failure, and a missing package or emulator,
 # fails the command.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -14,5 +15,6 @@ ctest --test-dir build/python --output-on-failure -j "$(nproc)" --timeout 300 --
 (cd tests/python && python3 -m pytest -q -c ../../pyproject.toml --rootdir ../.. .) || status=1
 scripts/test_sanitized.sh || status=1
 scripts/test_tsan.sh || status=1
+scripts/test_fuzz.sh || status=1
 echo "all tests finished after $(( $(date +%s) - start )) s"
 exit $status

@@ -1,4 +1,5 @@
-// "/<TYPE>/create", "append", "get", "info", "list", "delete", "download" for every resource type.
+// "/<TYPE>/create", "append", "get", "info", "list", "delete", "download" for every resource type;
+// VELMAR_BINARY also reads the "With Header" snapshots of the job results (see ResourceStore).
 #include "emulator/core/device_model.hpp"
 #include "emulator/core/request_params.hpp"
 #include "json_common/base64.hpp"
@@ -85,6 +86,10 @@ constexpr std::pair<std::string_view, ResourceHandler> kOperations[] = {
 }  // namespace
 
 void registerResourceEndpoints(DeviceModel& model) {
+    // The snapshots of job results name the workstation that wrote them.
+    auto workstation = model.identity().toJson();
+    workstation["protocol_version"] = model.options().protocolVersion;
+    model.resources().setSnapshotWorkstationInfo(std::move(workstation));
     for (const auto type : kAllResourceTypes) {
         for (const auto& [suffix, handler] : kOperations) {
             std::string path = "/" + std::string(resourceTypeName(type)) + std::string(suffix);

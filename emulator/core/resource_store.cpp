@@ -53,6 +53,18 @@ ErrorObject notFound(std::string_view id) {
     return ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, velmar::messages::ID_NOT_FOUND, "resource", "resource_id", id);
 }
 
+ErrorObject typeMismatch(std::string_view id, ResourceTypeEnum actual, ResourceTypeEnum requested) {
+    return ErrorObject(ErrorCodeEnum::RESOURCE_TYPE_MISMATCH, messages::RESOURCE_TYPE_MISMATCH, id,
+                       resourceTypeName(actual), resourceTypeName(requested));
+}
+
+/// Appends to `out` the bytes of `text` from `offset` on, until `out` holds `length` bytes.
+/// `offset` counts from the start of `text`; offsets beyond it take nothing.
+void appendSlice(std::string& out, std::string_view text, std::uint64_t offset, std::uint64_t length) {
+    if (offset >= text.size() || out.size() >= length) return;
+    out.append(text.substr(static_cast<std::size_t>(offset), static_cast<std::size_t>(length - out.size())));
+}
+
 }  // namespace
 
 ResourceStore::ResourceStore(IdSource& ids, std::uint64_t capacityBytes, std::uint64_t descriptionCapacity)
@@ -117,18 +129,40 @@ std::expected<ResourceInfo, ErrorObject> ResourceStore::createJobResult(std::str
 std::expected<ResourceStore::Entry*, ErrorObject> ResourceStore::find(ResourceTypeEnum type, std::string_view id) {
     auto it = std::ranges::find(entries_, id, [](const Entry& e) -> std::string_view { return e.info.resourceId; });
     if (it == entries_.end()) return std::unexpected(notFound(id));
-    if (it->info.type != type) {
-        return std::unexpected(ErrorObject(ErrorCodeEnum::RESOURCE_TYPE_MISMATCH, messages::RESOURCE_TYPE_MISMATCH, id,
-                                           resourceTypeName(it->info.type), resourceTypeName(type)));
-    }
+    if (it->info.type != type) return std::unexpected(typeMismatch(id, it->info.type, type));
     return &*it;
 }
 
-std::expected<const ResourceStore::Entry*, ErrorObject> ResourceStore::find(ResourceTypeEnum type,
-                                                                           std::string_view id) const {
-    auto found = const_cast<ResourceStore*>(this)->find(type, id);
-    if (!found) return std::unexpected(std::move(found.error()));
-    return *found;
+std::expected<ResourceStore::Readable, ErrorObject> ResourceStore::findReadable(ResourceTypeEnum type,
+                                                                                std::string_view id) const {
+    auto it = std::ranges::find(entries_, id, [](const Entry& e) -> std::string_view { return e.info.resourceId; });
+    if (it == entries_.end()) return std::unexpected(notFound(id));
+    if (it->info.type == type) return Readable{.entry = &*it, .snapshot = false};
+    if (type == ResourceTypeEnum::VELMAR_BINARY && it->info.type == ResourceTypeEnum::JOB_RESULT) {
+        return Readable{.entry = &*it, .snapshot = true};
+    }
+    return std::unexpected(typeMismatch(id, it->info.type, type));
+}
+
+std::string ResourceStore::snapshotPrefix(const Entry& entry) const {
+    auto description = resourceToJson(entry.info);
+    description["workstation_info"] = snapshotWorkstationInfo_;
+    std::string prefix = boost::json::serialize(description);
+    prefix.push_back('\0');
+    return prefix;
+}
+
+ResourceInfo ResourceStore::snapshotInfo(const Entry& entry) const {
+    ResourceInfo info = entry.info;
+    info.type = ResourceTypeEnum::VELMAR_BINARY;
+    info.name += ".vrb";
+    info.size = snapshotPrefix(entry).size() + entry.content->size();
+    return info;
+}
+
+void ResourceStore::setSnapshotWorkstationInfo(boost::json::object info) {
+    std::lock_guard lock(mutex_);
+    snapshotWorkstationInfo_ = std::move(info);
 }
 
 ErrorObject ResourceStore::reserveForAppend(Entry& entry, std::uint64_t extra) {
@@ -177,38 +211,55 @@ ErrorObject ResourceStore::appendBytes(ResourceTypeEnum type, std::string_view i
 std::expected<ResourceChunk, ErrorObject> ResourceStore::get(ResourceTypeEnum type, std::string_view id,
                                                              std::uint64_t offset, std::uint64_t limit) const {
     std::lock_guard lock(mutex_);
-    auto entry = find(type, id);
-    if (!entry) return std::unexpected(std::move(entry.error()));
-    const auto& content = *(*entry)->content;
+    auto found = findReadable(type, id);
+    if (!found) return std::unexpected(std::move(found.error()));
+    const std::string& content = *found->entry->content;
+    const std::string prefix = found->snapshot ? snapshotPrefix(*found->entry) : std::string();
     const std::uint64_t length = limit == 0 ? CHUNK_LIMIT : std::min(limit, CHUNK_LIMIT);
     ResourceChunk chunk;
-    chunk.totalSize = content.size();
-    if (offset < content.size()) chunk.bytes.assign(content, offset, length);
+    chunk.totalSize = prefix.size() + content.size();
+    // The bytes are the prefix followed by the content; the chunk may span both.
+    appendSlice(chunk.bytes, prefix, offset, length);
+    if (offset + chunk.bytes.size() >= prefix.size()) {
+        appendSlice(chunk.bytes, content, offset + chunk.bytes.size() - prefix.size(), length);
+    }
     return chunk;
 }
 
 std::expected<ResourceDownload, ErrorObject> ResourceStore::download(ResourceTypeEnum type, std::string_view id,
                                                                      std::uint64_t limit) const {
     std::lock_guard lock(mutex_);
-    auto entry = find(type, id);
-    if (!entry) return std::unexpected(std::move(entry.error()));
-    const auto& content = (*entry)->content;
+    auto found = findReadable(type, id);
+    if (!found) return std::unexpected(std::move(found.error()));
+    const Entry& entry = *found->entry;
+    std::shared_ptr<const std::string> content = entry.content;
+    if (found->snapshot) {
+        // Composed for this download only; the job result's content stays shared with the store.
+        auto bytes = std::make_shared<std::string>(snapshotPrefix(entry));
+        bytes->append(*entry.content);
+        content = std::move(bytes);
+    }
     const std::uint64_t size = limit == 0 ? content->size() : std::min<std::uint64_t>(limit, content->size());
-    return ResourceDownload{.info = (*entry)->info, .payload = {.owner = content, .size = size}};
+    return ResourceDownload{.info = found->snapshot ? snapshotInfo(entry) : entry.info,
+                            .payload = {.owner = std::move(content), .size = size}};
 }
 
 std::expected<ResourceInfo, ErrorObject> ResourceStore::info(ResourceTypeEnum type, std::string_view id) const {
     std::lock_guard lock(mutex_);
-    auto entry = find(type, id);
-    if (!entry) return std::unexpected(std::move(entry.error()));
-    return (*entry)->info;
+    auto found = findReadable(type, id);
+    if (!found) return std::unexpected(std::move(found.error()));
+    return found->snapshot ? snapshotInfo(*found->entry) : found->entry->info;
 }
 
 std::vector<ResourceInfo> ResourceStore::list(ResourceTypeEnum type) const {
     std::lock_guard lock(mutex_);
     std::vector<ResourceInfo> out;
     for (const auto& entry : entries_) {
-        if (entry.info.type == type) out.push_back(entry.info);
+        if (entry.info.type == type) {
+            out.push_back(entry.info);
+        } else if (type == ResourceTypeEnum::VELMAR_BINARY && entry.info.type == ResourceTypeEnum::JOB_RESULT) {
+            out.push_back(snapshotInfo(entry));
+        }
     }
     return out;
 }

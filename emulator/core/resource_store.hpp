@@ -65,6 +65,12 @@ struct ResourceDownload {
 /// id and type fail with ID_NOT_FOUND ("could not find {0} with {1} '{2}'", "resource",
 /// "resource_id", id) for an unknown id and RESOURCE_TYPE_MISMATCH for a resource of
 /// another type.
+///
+/// Every job result is also offered, read-only and under the same id, as a VELMAR_BINARY
+/// resource: its "With Header" snapshot (a `.vrb` file), made of the job result's description
+/// with "workstation_info" as JSON text, one 0x00 byte, and the job result's content. "info",
+/// "list", "get" and "download" of VELMAR_BINARY show these snapshots beside the uploaded
+/// resources of that type; the snapshot's bytes are composed when they are read.
 class ResourceStore {
 public:
     /// The largest chunk that "/T/get" returns; a limit of 0 means this limit.
@@ -90,6 +96,9 @@ public:
     /// OUT_OF_MEMORY when the contents or the descriptions are full.
     std::expected<ResourceInfo, ErrorObject> createJobResult(std::string name, std::string subType, std::string jobId,
                                                              boost::json::object header, std::string bytes);
+
+    /// The "workstation_info" object written into the snapshots of job results.
+    void setSnapshotWorkstationInfo(boost::json::object info);
 
     /// Appends the decoded standard Base64 text; RESOURCE_CONTENT_INVALID when malformed.
     ErrorObject appendBase64(ResourceTypeEnum type, std::string_view id, std::string_view base64);
@@ -123,8 +132,19 @@ private:
         std::uint64_t descriptionBytes = 0;
     };
 
+    /// An entry to read under `type`: the entry itself, or the snapshot of a job result.
+    struct Readable {
+        const Entry* entry = nullptr;
+        bool snapshot = false;
+    };
+
     std::expected<Entry*, ErrorObject> find(ResourceTypeEnum type, std::string_view id);
-    std::expected<const Entry*, ErrorObject> find(ResourceTypeEnum type, std::string_view id) const;
+    /// Like find, and a job result read as VELMAR_BINARY is its snapshot. Locked.
+    std::expected<Readable, ErrorObject> findReadable(ResourceTypeEnum type, std::string_view id) const;
+    /// The snapshot's bytes before the content: the description as JSON text and 0x00. Locked.
+    std::string snapshotPrefix(const Entry& entry) const;
+    /// The description of a job result's snapshot. Locked.
+    ResourceInfo snapshotInfo(const Entry& entry) const;
     /// Prepares `entry` for `extra` more bytes: capacity check and copy-on-write.
     ErrorObject reserveForAppend(Entry& entry, std::uint64_t extra);
     /// Charges the description of a new entry; OUT_OF_MEMORY when it does not fit. Locked.
@@ -137,6 +157,7 @@ private:
     std::vector<Entry> entries_;  // creation order
     std::uint64_t used_ = 0;
     std::uint64_t descriptionsUsed_ = 0;
+    boost::json::object snapshotWorkstationInfo_;
 };
 
 }  // namespace velmar::emulator

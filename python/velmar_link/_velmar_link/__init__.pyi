@@ -13,7 +13,7 @@ from . import xml
 from . import control
 from . import meas
 from . import calibration
-__all__: list[str] = ['AbstractDataset', 'AbstractMeasurementJob', 'AcLiveDataCollector', 'BandwidthRange', 'CalibrationDataTypeEnum', 'CalibrationTypesEnum', 'CardInfo', 'Channel', 'ColumnHeader', 'ComplianceRange', 'CurrentRange', 'DataSet', 'DatasetInfo', 'DatasetType', 'DcDataset', 'DcLiveDataCollector', 'DriftCorrection', 'EisDataset', 'ErrorCodeEnum', 'ErrorObject', 'ErrorParameter', 'EventTypeEnum', 'FilterRange', 'GainRange', 'HardwareInfo', 'HardwareSettings', 'HardwareSettingsHelper', 'ImpedanceConfiguration', 'ImpedanceData', 'ImpedanceDataHeader', 'JobInfo', 'JobOptions', 'JobStatusDetailEnum', 'JobStatusEnum', 'LiveDataHeader', 'LiveDataHeaderEis', 'LiveDataRowEis', 'LiveDataWavesEis', 'LogSeverityEnum', 'Mux4Connection', 'Mux4ImpedanceConfiguration', 'PathData', 'PathDataHeader', 'PathInfo', 'PotConnection', 'PotentiostatConfiguration', 'PotentiostatCoupling', 'PotentiostatData', 'PotentiostatDataHeader', 'PotentiostatInfo', 'QueueStopModeEnum', 'Resource', 'ResourceTypeEnum', 'Setting', 'SettingType', 'SettingsSet', 'SwitchOnInfo', 'TrackNames', 'UnitNames', 'UserHardwareSettings', 'UserPolynomial', 'VelmarLink', 'VelmarLinkConnectionFlags', 'VelmarLinkConnectionStatusEnum', 'VelmarLinkEventHandler', 'VelmarLinkExc', 'VelmarLinkException', 'VoltageRange', 'WebsocketConnectionInfo', 'WorkstationInfo', 'WorkstationModeEnum', 'WorkstationStatus', 'add', 'calibration', 'control', 'factorial', 'meas', 'xml']
+__all__: list[str] = ['AbstractDataset', 'AbstractMeasurementJob', 'AcLiveDataCollector', 'BandwidthRange', 'CalibrationDataTypeEnum', 'CalibrationTypesEnum', 'CardInfo', 'Channel', 'ColumnHeader', 'ComplianceRange', 'CurrentRange', 'DataSet', 'DatasetInfo', 'DatasetType', 'DcDataset', 'DcLiveDataCollector', 'DriftCorrection', 'EisDataset', 'ErrorCodeEnum', 'ErrorObject', 'ErrorParameter', 'EventTypeEnum', 'FilterRange', 'GainRange', 'HardwareInfo', 'HardwareSettings', 'HardwareSettingsHelper', 'ImpedanceConfiguration', 'ImpedanceData', 'ImpedanceDataHeader', 'JobInfo', 'JobOptions', 'JobStatusDetailEnum', 'JobStatusEnum', 'LiveDataHeader', 'LiveDataHeaderEis', 'LiveDataRowEis', 'LiveDataWavesEis', 'LogSeverityEnum', 'Mux4Connection', 'Mux4ImpedanceConfiguration', 'PathData', 'PathDataHeader', 'PathInfo', 'PotConnection', 'PotentiostatConfiguration', 'PotentiostatCoupling', 'PotentiostatData', 'PotentiostatDataHeader', 'PotentiostatInfo', 'QueueStopModeEnum', 'Resource', 'ResourceTypeEnum', 'Setting', 'SettingType', 'SettingsSet', 'SwitchOnInfo', 'TrackNames', 'UnitNames', 'UserHardwareSettings', 'UserPolynomial', 'VelmarLink', 'VelmarLinkConnectionFlags', 'VelmarLinkConnectionStatusEnum', 'VelmarLinkEventHandler', 'VelmarLinkExc', 'VelmarLinkException', 'VoltageRange', 'VrbImporter', 'WebsocketConnectionInfo', 'WorkstationInfo', 'WorkstationModeEnum', 'WorkstationStatus', 'add', 'calibration', 'control', 'factorial', 'meas', 'xml']
 class SettingType(enum.Enum):
     """
     Type enumeration for Setting values
@@ -2503,6 +2503,79 @@ class AcLiveDataCollector:
     def is_finished(self) -> bool:
         """
         True once the live data of the job has ended.
+        """
+class VrbImporter:
+    """
+    Imports the binary dataset snapshot files (extension .vrb) that the device's resource browser offers as "With Header" download.
+    
+    A snapshot is the job result's resource description as JSON text, one zero byte and the
+    dataset's binary form; the workstation's emulator offers it as the ``VELMAR_BINARY`` resource
+    with the job result's id. A DC result gives a :class:`velmar_link.DcDataset`, an impedance
+    result an :class:`velmar_link.EisDataset`. Files written by an older protocol version are
+    read with the layout of their version; files of a newer one are rejected with
+    ``PROTOCOL_VERSION_MISMATCH`` unless the mismatch is ignored. All failures are returned as
+    :class:`velmar_link.ErrorObject`; no method raises.
+    """
+    def __init__(self, ignore_protocol_version_mismatch: bool = False) -> None:
+        """
+        Create an importer.
+        
+        :param ignore_protocol_version_mismatch: import files of a newer protocol version instead of rejecting them.
+        """
+    def get_ignore_protocol_version_mismatch(self) -> bool:
+        """
+        Whether files of a newer protocol version are imported instead of rejected.
+        """
+    def import_from_file(self, filename: os.PathLike | str | bytes) -> DataSet | ErrorObject:
+        """
+        Import a snapshot file.
+        
+        The description is read first, then the payload straight into the dataset's tracks.
+        
+        :param filename: the file, as ``str``, ``bytes`` or ``os.PathLike``.
+        :returns: a :class:`velmar_link.DcDataset` or :class:`velmar_link.EisDataset`, or an :class:`velmar_link.ErrorObject`
+            (``FILE_NOT_FOUND``, ``FILE_IS_EMPTY``, ``FILE_COULD_NOT_BE_OPENED``, ``FILE_COULD_NOT_BE_READ`` among others).
+        """
+    def import_from_file_as_dc_dataset(self, filename: os.PathLike | str | bytes) -> DcDataset | ErrorObject:
+        """
+        Import a snapshot file that must hold a DC dataset.
+        
+        :param filename: the file, as ``str``, ``bytes`` or ``os.PathLike``.
+        :returns: a :class:`velmar_link.DcDataset`, or an :class:`velmar_link.ErrorObject`, also when the file holds an impedance dataset.
+        """
+    def import_from_file_as_eis_dataset(self, filename: os.PathLike | str | bytes) -> EisDataset | ErrorObject:
+        """
+        Import a snapshot file that must hold an impedance dataset.
+        
+        :param filename: the file, as ``str``, ``bytes`` or ``os.PathLike``.
+        :returns: an :class:`velmar_link.EisDataset`, or an :class:`velmar_link.ErrorObject`, also when the file holds a DC dataset.
+        """
+    def import_from_memory(self, data: typing_extensions.Buffer) -> DataSet | ErrorObject:
+        """
+        Import a snapshot held in memory.
+        
+        :param data: the file's bytes (``bytes``, ``bytearray``, ``memoryview`` or any object with the buffer protocol).
+        :returns: a :class:`velmar_link.DcDataset` or :class:`velmar_link.EisDataset`, or an :class:`velmar_link.ErrorObject`.
+        """
+    def import_from_memory_as_dc_dataset(self, data: typing_extensions.Buffer) -> DcDataset | ErrorObject:
+        """
+        Import a snapshot held in memory that must hold a DC dataset.
+        
+        :param data: the file's bytes (any object with the buffer protocol).
+        :returns: a :class:`velmar_link.DcDataset`, or an :class:`velmar_link.ErrorObject`, also when the snapshot holds an impedance dataset.
+        """
+    def import_from_memory_as_eis_dataset(self, data: typing_extensions.Buffer) -> EisDataset | ErrorObject:
+        """
+        Import a snapshot held in memory that must hold an impedance dataset.
+        
+        :param data: the file's bytes (any object with the buffer protocol).
+        :returns: an :class:`velmar_link.EisDataset`, or an :class:`velmar_link.ErrorObject`, also when the snapshot holds a DC dataset.
+        """
+    def set_ignore_protocol_version_mismatch(self, ignore: bool) -> None:
+        """
+        Set whether files of a newer protocol version are imported instead of rejected.
+        
+        :param ignore: ``True`` to import them.
         """
 class VelmarLinkEventHandler:
     """
