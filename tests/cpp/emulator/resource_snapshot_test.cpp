@@ -23,7 +23,8 @@ TEST_F(ResourceSnapshots, JobResultReadsAsDescriptionSeparatorAndContent) {
     const std::string id = result->resourceId;
 
     request(client, {{"do", "/VELMAR_BINARY/download"}, {"resource_id", id}});
-    const auto& frame = client.peer->frames.back();
+    // A copy: the requests below record further frames.
+    const auto frame = client.peer->frames.back();
     ASSERT_EQ(frame.kind, RecordingPeer::Frame::Kind::BINARY);
     const auto separator = frame.bytes.find('\0');
     ASSERT_NE(separator, std::string::npos);
