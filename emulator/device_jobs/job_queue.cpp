@@ -463,6 +463,46 @@ EndpointResult JobQueue::info(const RequestContext& context) {
     return EndpointResult::success(json::object{{"job_info", jobInfo(*found->second)}});
 }
 
+struct JobQueue::ReplaceableResult {
+    Job* job;
+    ResourceInfo old;
+};
+
+std::expected<JobQueue::ReplaceableResult, ErrorObject> JobQueue::replaceableResult(std::string_view id,
+                                                                                    std::string_view subType,
+                                                                                    std::string_view noResult) {
+    const auto found = jobs_.find(std::string(id));
+    if (found == jobs_.end()) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::ID_NOT_FOUND, "job", "job_id", id));
+    }
+    Job& job = *found->second;
+    const auto missing = ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, noResult, job.id);
+    if (!job.isEnded() || job.resultResourceId.empty()) return std::unexpected(missing);
+    auto old = model_.resources().info(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    if (!old || old->subType != subType) return std::unexpected(missing);
+    return ReplaceableResult{&job, std::move(*old)};
+}
+
+std::expected<ResourceInfo, ErrorObject> JobQueue::replaceResult(ReplaceableResult& target, double bytes,
+                                                                 json::object header,
+                                                                 const std::function<std::string()>& make) {
+    auto& store = model_.resources();
+    const auto available = store.capacityBytes() - store.usedBytes() + target.old.size;
+    if (bytes > double(available)) {
+        return std::unexpected(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, bytes, available));
+    }
+    Job& job = *target.job;
+    auto content = make();
+    (void)store.remove(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
+    auto stored = store.createJobResult("job " + job.id, target.old.subType, job.id, std::move(header), std::move(content));
+    if (!stored) {
+        job.resultResourceId.clear();
+        return std::unexpected(stored.error());
+    }
+    job.resultResourceId = stored->resourceId;
+    return stored;
+}
+
 // I/O thread. The new result keeps the old one's header (columns, job information) with the
 // new "number_of_rows"; column 0 holds r x 1e-3, column c > 0 holds c + r x 1e-9 in row r.
 EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
@@ -472,50 +512,31 @@ EndpointResult JobQueue::makeDcResult(const RequestContext& context) {
     auto rows = optionalUnsigned(context.request, "rows", 0, MAX_ROWS);
     if (!rows) return EndpointResult::failure(rows.error());
     std::lock_guard lock(mutex_);
-    const auto found = jobs_.find(*id);
-    if (found == jobs_.end()) {
-        return EndpointResult::failure(
-            ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::ID_NOT_FOUND, "job", "job_id", *id));
-    }
-    Job& job = *found->second;
-    const auto noResult = ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::NO_DC_RESULT, job.id);
-    if (!job.isEnded() || job.resultResourceId.empty()) return EndpointResult::failure(noResult);
-    auto old = model_.resources().info(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
-    if (!old || old->subType != "DATASET_DC") return EndpointResult::failure(noResult);
+    auto target = replaceableResult(*id, "DATASET_DC", job_messages::NO_DC_RESULT);
+    if (!target) return EndpointResult::failure(target.error());
     std::size_t columns = 0;
     boost::system::error_code ec;
-    const json::value oldHeader(old->header);
+    const json::value oldHeader(target->old.header);
     if (const auto* dimensions = oldHeader.find_pointer("/job_data_header/dimensions", ec);
         dimensions != nullptr && dimensions->is_array()) {
         columns = dimensions->get_array().size();
     }
     const auto count = static_cast<std::size_t>(*rows);
-    // Checked before the bytes are allocated: the new result replaces the old one.
-    const std::uint64_t needed = columns * count * sizeof(double);
-    const auto& store = model_.resources();
-    if (needed > store.capacityBytes() - store.usedBytes() + old->size) {
-        return EndpointResult::failure(ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, needed,
-                                                   store.capacityBytes() - store.usedBytes() + old->size));
-    }
-    std::string bytes(needed, '\0');
-    for (std::size_t c = 0; c < columns; ++c) {
-        auto* out = bytes.data() + c * count * sizeof(double);
-        for (std::size_t r = 0; r < count; ++r) {
-            const auto row = static_cast<double>(r);
-            const double value = c == 0 ? row * 1e-3 : static_cast<double>(c) + row * 1e-9;
-            std::memcpy(out + r * sizeof(double), &value, sizeof(double));
-        }
-    }
-    auto header = old->header;
+    auto header = target->old.header;
     header["number_of_rows"] = *rows;
-    (void)model_.resources().remove(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
-    auto stored = model_.resources().createJobResult("job " + job.id, "DATASET_DC", job.id, std::move(header),
-                                                     std::move(bytes));
-    if (!stored) {
-        job.resultResourceId.clear();
-        return EndpointResult::failure(stored.error());
-    }
-    job.resultResourceId = stored->resourceId;
+    auto stored = replaceResult(*target, double(columns) * double(count) * sizeof(double), std::move(header), [&] {
+        std::string bytes(columns * count * sizeof(double), '\0');
+        for (std::size_t c = 0; c < columns; ++c) {
+            auto* out = bytes.data() + c * count * sizeof(double);
+            for (std::size_t r = 0; r < count; ++r) {
+                const auto row = static_cast<double>(r);
+                const double value = c == 0 ? row * 1e-3 : static_cast<double>(c) + row * 1e-9;
+                std::memcpy(out + r * sizeof(double), &value, sizeof(double));
+            }
+        }
+        return bytes;
+    });
+    if (!stored) return EndpointResult::failure(stored.error());
     return EndpointResult::success(
         json::object{{"resource_id", stored->resourceId}, {"number_of_rows", *rows}, {"columns", columns}});
 }
@@ -532,43 +553,24 @@ EndpointResult JobQueue::makeAcResult(const RequestContext& context) {
     auto samples = optionalUnsigned(context.request, "samples", 0, MAX_SAMPLES);
     if (!samples) return EndpointResult::failure(samples.error());
     std::lock_guard lock(mutex_);
-    const auto found = jobs_.find(*id);
-    if (found == jobs_.end()) {
-        return EndpointResult::failure(
-            ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, job_messages::ID_NOT_FOUND, "job", "job_id", *id));
-    }
-    Job& job = *found->second;
-    const auto noResult = ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, ac_messages::NO_AC_RESULT, job.id);
-    if (!job.isEnded() || job.resultResourceId.empty()) return EndpointResult::failure(noResult);
-    auto old = model_.resources().info(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
-    if (!old || old->subType != "DATASET_AC") return EndpointResult::failure(noResult);
-    const auto* jobDataHeader = old->header.if_contains("job_data_header");
+    auto target = replaceableResult(*id, "DATASET_AC", ac_messages::NO_AC_RESULT);
+    if (!target) return EndpointResult::failure(target.error());
+    const auto* jobDataHeader = target->old.header.if_contains("job_data_header");
     const auto shape = jobDataHeader != nullptr && jobDataHeader->is_object()
                            ? acSyntheticShape(jobDataHeader->get_object())
                            : std::nullopt;
-    if (!shape) return EndpointResult::failure(noResult);
-    // Checked before the bytes are allocated (in doubles, which cannot overflow here): the new
-    // result replaces the old one.
+    if (!shape) return EndpointResult::failure(ErrorObject(ErrorCodeEnum::ID_NOT_FOUND, ac_messages::NO_AC_RESULT,
+                                                           target->job->id));
+    // In doubles, which cannot overflow here.
     const double needed = (double(*points) * double(shape->columns) +
                            double(shape->syncPaths) * double(*points) * double(*samples)) *
                           sizeof(double);
-    const auto& store = model_.resources();
-    const auto available = store.capacityBytes() - store.usedBytes() + old->size;
-    if (needed > double(available)) {
-        return EndpointResult::failure(
-            ErrorObject(ErrorCodeEnum::OUT_OF_MEMORY, messages::RESOURCE_STORE_FULL, needed, available));
-    }
-    auto bytes = acSyntheticResult(jobDataHeader->get_object(), *shape, *points, *samples);
-    auto header = old->header;
+    auto header = target->old.header;
     header["number_of_rows"] = *points;
-    (void)model_.resources().remove(ResourceTypeEnum::JOB_RESULT, job.resultResourceId);
-    auto stored = model_.resources().createJobResult("job " + job.id, "DATASET_AC", job.id, std::move(header),
-                                                     std::move(bytes));
-    if (!stored) {
-        job.resultResourceId.clear();
-        return EndpointResult::failure(stored.error());
-    }
-    job.resultResourceId = stored->resourceId;
+    auto stored = replaceResult(*target, needed, std::move(header), [&] {
+        return acSyntheticResult(jobDataHeader->get_object(), *shape, *points, *samples);
+    });
+    if (!stored) return EndpointResult::failure(stored.error());
     return EndpointResult::success(json::object{{"resource_id", stored->resourceId},
                                                 {"number_of_rows", *points},
                                                 {"columns", shape->columns},

@@ -14,16 +14,19 @@
 
 #include "emulator/core/device_model.hpp"
 #include "emulator/device_jobs/hardware_model.hpp"
+#include "emulator/core/resource_store.hpp"
 #include "emulator/device_jobs/measurement_executor.hpp"
 
 #include <chrono>
 #include <cstddef>
 #include <deque>
 #include <expected>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmar::emulator {
@@ -98,6 +101,16 @@ private:
     void scheduleStartNext();
     void forgetOldJobs();
     boost::json::object jobInfo(const Job& job) const;
+    /// The hooks that replace a result: the ended job `id` and its JOB_RESULT resource of that
+    /// sub type (`noResult` naming the job otherwise). Called with the mutex held.
+    struct ReplaceableResult;
+    std::expected<ReplaceableResult, ErrorObject> replaceableResult(std::string_view id, std::string_view subType,
+                                                                    std::string_view noResult);
+    /// Replaces the job's result by `bytes` with `header` when the store can take `bytes` bytes
+    /// in place of the old content (checked before they are built by `make`).
+    std::expected<ResourceInfo, ErrorObject> replaceResult(ReplaceableResult& target, double bytes,
+                                                           boost::json::object header,
+                                                           const std::function<std::string()>& make);
     void sendStatus(const Job& job);
     void log(const Job& job, std::string message);
     std::string timestamp() const;
